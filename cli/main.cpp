@@ -1,0 +1,70 @@
+#include "cli/CliCommand.h"
+
+#include <QGuiApplication>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace {
+
+void printHelp(QTextStream &out)
+{
+    out << "usage: vantreoguide-cli <command> [arguments]\n"
+           "       vantreoguide-cli --help | --version\n\n"
+           "Commands:\n";
+    std::vector<const CliCommand *> commands;
+    for (const CliCommand &c : CliRegistry::all())
+        commands.push_back(&c);
+    std::sort(commands.begin(), commands.end(), [](auto a, auto b) { return a->name < b->name; });
+    for (const CliCommand *c : commands)
+        out << "  " << c->synopsis << "\n      " << c->summary << "\n";
+    out.flush();
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    // Guides are drawn with fonts and the 3D view needs a GL context, so the tool runs a
+    // GUI application; without a display it uses the off-screen platform.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && qEnvironmentVariableIsEmpty("DISPLAY")
+        && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication app(argc, argv);
+    QGuiApplication::setOrganizationName(QStringLiteral("VantreoSolution"));
+    QGuiApplication::setApplicationName(QStringLiteral("VantreoGuide"));
+    QGuiApplication::setApplicationVersion(QStringLiteral(VG_VERSION));
+
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+    CliContext ctx{out, err};
+
+    QStringList args = app.arguments();
+    args.removeFirst();
+    if (args.isEmpty()) {
+        printHelp(err);
+        return CliUsage;
+    }
+    const QString first = args.takeFirst();
+    if (first == QLatin1String("--help") || first == QLatin1String("-h") || first == QLatin1String("help")) {
+        printHelp(out);
+        return CliOk;
+    }
+    if (first == QLatin1String("--version")) {
+        out << "VantreoGuide " << VG_VERSION << Qt::endl;
+        return CliOk;
+    }
+    const CliCommand *command = CliRegistry::find(first);
+    if (!command) {
+        err << "Unknown command \"" << first << "\". Run vantreoguide-cli --help for the list." << Qt::endl;
+        return CliUsage;
+    }
+    if (args.contains(QLatin1String("--help"))) {
+        out << "usage: vantreoguide-cli " << command->synopsis << "\n" << command->summary << Qt::endl;
+        return CliOk;
+    }
+    const int code = command->run(args, ctx);
+    out.flush();
+    err.flush();
+    return code;
+}

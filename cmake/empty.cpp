@@ -1,0 +1,1 @@
+// Keeps a layer without sources linkable.

@@ -1,0 +1,11 @@
+#!/usr/bin/env bash
+# What ./run.sh writes on a machine without a display: one result per job the
+# command-line tool can do on the sample project.
+set -euo pipefail
+cli=$1; sample=$2; out=$3
+"$cli" --version > "$out/version.txt"
+if [ -f "$sample" ]; then
+    "$cli" info "$sample" > "$out/sample-info.json"
+else
+    "$cli" --help > "$out/commands.txt"
+fi
