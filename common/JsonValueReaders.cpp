@@ -33,7 +33,8 @@ double toDouble(const QJsonValue &value, double fallback)
     if (value.isString()) {
         bool ok = false;
         const double d = value.toString().trimmed().toDouble(&ok);
-        return ok ? d : fallback;
+        // "inf" and "nan" parse but are not decimal numbers, and JSON cannot write them back.
+        return ok && std::isfinite(d) ? d : fallback;
     }
     return fallback;
 }

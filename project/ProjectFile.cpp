@@ -1,0 +1,276 @@
+#include "project/ProjectFile.h"
+
+#include "common/JsonValueReaders.h"
+#include "common/SettingsContainer.h"
+#include "project/CanvasJson.h"
+#include "project/SceneJson.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QSaveFile>
+
+#include <algorithm>
+
+namespace {
+
+using namespace vg::json;
+
+QString noTabsError()
+{
+    return QStringLiteral("JSON contains no guide, canvas, or 3D view tabs.");
+}
+
+void setError(QString *error, const QString &text)
+{
+    if (error)
+        *error = text;
+}
+
+} // namespace
+
+QByteArray projectToJson(const QList<GuideSettings> &guides, int activeGuide,
+                         const Guide3DViewSettings *activeView, const QList<Guide3DViewSettings> *views,
+                         const QList<CanvasTabSettings> *canvasTabs, const QList<ProjectTabEntry> *tabs,
+                         int currentTab)
+{
+    QJsonObject root;
+    int version = 2;
+    root.insert(QLatin1String("format"), QStringLiteral("VantreoGuide"));
+    root.insert(QLatin1String("active_guide"), std::clamp(activeGuide, 0, std::max(int(guides.size()) - 1, 0)));
+
+    QJsonArray guideArray;
+    for (const GuideSettings &guide : guides)
+        guideArray.append(guideSettingsToJson(guide));
+    root.insert(QLatin1String("guides"), guideArray);
+
+    const Guide3DViewSettings *singleView = nullptr;
+    if (activeView && activeView->present)
+        singleView = activeView;
+    else if (views && !views->isEmpty() && views->first().present)
+        singleView = &views->first();
+    if (singleView) {
+        version = 3;
+        root.insert(QLatin1String("three_d_view"), viewSettingsToJson(*singleView));
+    }
+
+    if (views && !views->isEmpty()) {
+        QJsonArray viewArray;
+        for (const Guide3DViewSettings &view : *views) {
+            if (view.present)
+                viewArray.append(viewSettingsToJson(view));
+        }
+        if (!viewArray.isEmpty()) {
+            version = 5;
+            root.insert(QLatin1String("three_d_views"), viewArray);
+        }
+    }
+
+    if (canvasTabs && !canvasTabs->isEmpty()) {
+        QJsonArray canvasArray;
+        for (const CanvasTabSettings &tab : *canvasTabs)
+            canvasArray.append(canvasTabToJson(tab));
+        root.insert(QLatin1String("canvas_tabs"), canvasArray);
+        version = std::max(version, 4);
+    }
+
+    if (tabs && !tabs->isEmpty()) {
+        QJsonArray tabArray;
+        for (const ProjectTabEntry &entry : *tabs) {
+            if (entry.kind.trimmed().isEmpty() || entry.index < 0)
+                continue;
+            QJsonObject item;
+            item.insert(QLatin1String("kind"), entry.kind);
+            item.insert(QLatin1String("index"), entry.index);
+            tabArray.append(item);
+        }
+        if (!tabArray.isEmpty()) {
+            version = std::max(version, 6);
+            root.insert(QLatin1String("tabs"), tabArray);
+        }
+    }
+
+    if (currentTab >= 0) {
+        version = std::max(version, 7);
+        root.insert(QLatin1String("current_tab"), currentTab);
+    }
+
+    root.insert(QLatin1String("version"), version);
+    return QJsonDocument(root).toJson(QJsonDocument::Indented);
+}
+
+bool saveProjectFile(const QString &path, const QList<GuideSettings> &guides, int activeGuide, QString *error,
+                     const Guide3DViewSettings *activeView, const QList<Guide3DViewSettings> *views,
+                     const QList<CanvasTabSettings> *canvasTabs, const QList<ProjectTabEntry> *tabs,
+                     int currentTab)
+{
+    const QByteArray container = vg::encodeSettingsContainer(
+        projectToJson(guides, activeGuide, activeView, views, canvasTabs, tabs, currentTab));
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+        setError(error, file.errorString());
+        return false;
+    }
+    const qint64 written = file.write(container);
+    if (written != container.size()) {
+        const QString text = file.errorString();
+        file.cancelWriting();
+        setError(error, text);
+        return false;
+    }
+    if (!file.commit()) {
+        setError(error, file.errorString());
+        return false;
+    }
+    return true;
+}
+
+bool loadProjectData(const QByteArray &data, QList<GuideSettings> *guides, int *activeGuide, QString *error,
+                     Guide3DViewSettings *activeView, QList<Guide3DViewSettings> *views,
+                     QList<CanvasTabSettings> *canvasTabs, QList<ProjectTabEntry> *tabs, int *currentTab)
+{
+    QByteArray json;
+    QString containerError;
+    if (!vg::decodeSettingsContainer(data, &json, &containerError)) {
+        setError(error, containerError);
+        return false;
+    }
+
+    QJsonParseError parseError;
+    const QJsonDocument document = QJsonDocument::fromJson(json, &parseError);
+    if (parseError.error != QJsonParseError::NoError) {
+        setError(error, QStringLiteral("JSON parse failed: %1").arg(parseError.errorString()));
+        return false;
+    }
+    if (!document.isObject()) {
+        setError(error, QStringLiteral("JSON root must be an object."));
+        return false;
+    }
+    const QJsonObject root = document.object();
+
+    QList<GuideSettings> readGuides;
+    const QJsonValue guideValue = root.value(QLatin1String("guides"));
+    if (guideValue.isArray()) {
+        for (const QJsonValue &element : guideValue.toArray()) {
+            if (element.isObject())
+                readGuides.append(guideSettingsFromJson(element.toObject()));
+        }
+    }
+    const int guideCount = int(readGuides.size());
+    if (activeGuide) {
+        *activeGuide = guideCount > 0
+            ? std::clamp(readInt(root, QLatin1String("active_guide"), 0), 0, guideCount - 1)
+            : 0;
+    }
+    if (guides)
+        *guides = std::move(readGuides);
+
+    if (currentTab)
+        *currentTab = readInt(root, QLatin1String("current_tab"), -1);
+
+    QList<Guide3DViewSettings> readViews;
+    const QJsonValue viewArray = root.value(QLatin1String("three_d_views"));
+    if (viewArray.isArray()) {
+        for (const QJsonValue &element : viewArray.toArray()) {
+            if (element.isObject())
+                readViews.append(viewSettingsFromJson(element.toObject()));
+        }
+    }
+    if (readViews.isEmpty()) {
+        const QJsonValue single = root.value(QLatin1String("three_d_view"));
+        if (single.isObject())
+            readViews.append(viewSettingsFromJson(single.toObject()));
+    }
+    const int viewCount = int(readViews.size());
+    if (activeView)
+        *activeView = readViews.isEmpty() ? Guide3DViewSettings() : readViews.first();
+    if (views)
+        *views = std::move(readViews);
+
+    QJsonValue canvasValue = root.value(QLatin1String("canvas_tabs"));
+    if (!canvasValue.isArray())
+        canvasValue = root.value(QLatin1String("composite_tabs"));
+    QList<CanvasTabSettings> readCanvasTabs;
+    if (canvasValue.isArray()) {
+        for (const QJsonValue &element : canvasValue.toArray()) {
+            if (element.isObject())
+                readCanvasTabs.append(canvasTabFromJson(element.toObject()));
+        }
+    }
+    const int canvasCount = int(readCanvasTabs.size());
+    if (canvasTabs)
+        *canvasTabs = std::move(readCanvasTabs);
+
+    const QJsonValue tabValue = root.value(QLatin1String("tabs"));
+    if (tabs && tabValue.isArray()) {
+        tabs->clear();
+        for (const QJsonValue &element : tabValue.toArray()) {
+            if (!element.isObject())
+                continue;
+            const QJsonObject item = element.toObject();
+            ProjectTabEntry entry;
+            entry.kind = readString(item, QLatin1String("kind")).trimmed();
+            if (entry.kind.compare(QLatin1String("composite"), Qt::CaseInsensitive) == 0)
+                entry.kind = QStringLiteral("canvas");
+            entry.index = readInt(item, QLatin1String("index"), -1);
+            if (!entry.kind.isEmpty() && entry.index >= 0)
+                tabs->append(entry);
+        }
+    }
+
+    if (guideCount == 0 && viewCount == 0 && canvasCount == 0) {
+        setError(error, noTabsError());
+        return false;
+    }
+    return true;
+}
+
+bool loadProjectFile(const QString &path, QList<GuideSettings> *guides, int *activeGuide, QString *error,
+                     Guide3DViewSettings *activeView, QList<Guide3DViewSettings> *views,
+                     QList<CanvasTabSettings> *canvasTabs, QList<ProjectTabEntry> *tabs, int *currentTab)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        setError(error, file.errorString());
+        return false;
+    }
+    const QByteArray data = file.readAll();
+    if (file.error() != QFileDevice::NoError) {
+        setError(error, file.errorString());
+        return false;
+    }
+    return loadProjectData(data, guides, activeGuide, error, activeView, views, canvasTabs, tabs, currentTab);
+}
+
+QByteArray projectDocumentToJson(const ProjectDocument &doc)
+{
+    return projectToJson(doc.guides, doc.activeGuide, &doc.activeView, &doc.views, &doc.canvasTabs, &doc.tabs,
+                         doc.currentTab);
+}
+
+bool saveProjectDocument(const QString &path, const ProjectDocument &doc, QString *error)
+{
+    return saveProjectFile(path, doc.guides, doc.activeGuide, error, &doc.activeView, &doc.views, &doc.canvasTabs,
+                           &doc.tabs, doc.currentTab);
+}
+
+bool loadProjectDocument(const QString &path, ProjectDocument *doc, QString *error)
+{
+    ProjectDocument loaded;
+    const bool ok = loadProjectFile(path, &loaded.guides, &loaded.activeGuide, error, &loaded.activeView,
+                                    &loaded.views, &loaded.canvasTabs, &loaded.tabs, &loaded.currentTab);
+    if (ok && doc)
+        *doc = std::move(loaded);
+    return ok;
+}
+
+bool loadProjectDocumentData(const QByteArray &data, ProjectDocument *doc, QString *error)
+{
+    ProjectDocument loaded;
+    const bool ok = loadProjectData(data, &loaded.guides, &loaded.activeGuide, error, &loaded.activeView,
+                                    &loaded.views, &loaded.canvasTabs, &loaded.tabs, &loaded.currentTab);
+    if (ok && doc)
+        *doc = std::move(loaded);
+    return ok;
+}

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "canvas/CanvasTabSettings.h"
+#include "guide/GuideSettings.h"
+#include "scene/Guide3DViewSettings.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+
+// One tab of the main window in display order: kind "guide" or "canvas" and the
+// position of its settings in the guide or canvas tab list (-1 when unset).
+struct ProjectTabEntry {
+    QString kind;
+    int index = -1;
+    bool operator==(const ProjectTabEntry &) const = default;
+};
+
+// The project JSON text (indented). Every pointer may be null (absent); a current tab of
+// -1 means none. The "version" written is 2..7 depending on what is present.
+QByteArray projectToJson(const QList<GuideSettings> &guides, int activeGuide,
+                         const Guide3DViewSettings *activeView = nullptr,
+                         const QList<Guide3DViewSettings> *views = nullptr,
+                         const QList<CanvasTabSettings> *canvasTabs = nullptr,
+                         const QList<ProjectTabEntry> *tabs = nullptr, int currentTab = -1);
+
+// Writes the container around projectToJson() through a temporary file that replaces
+// `path` only when every byte was written, so a failed save leaves the old file whole.
+// On failure the error text is the file's own error string.
+bool saveProjectFile(const QString &path, const QList<GuideSettings> &guides, int activeGuide,
+                     QString *error = nullptr, const Guide3DViewSettings *activeView = nullptr,
+                     const QList<Guide3DViewSettings> *views = nullptr,
+                     const QList<CanvasTabSettings> *canvasTabs = nullptr,
+                     const QList<ProjectTabEntry> *tabs = nullptr, int currentTab = -1);
+
+// Reads a container or bare JSON project. Every output may be null and is then neither
+// read nor written. The tab list is replaced only when the file has a "tabs" array.
+// When the file parses but holds no guide, view or canvas tab the outputs are still
+// replaced and the result is false.
+bool loadProjectFile(const QString &path, QList<GuideSettings> *guides, int *activeGuide,
+                     QString *error = nullptr, Guide3DViewSettings *activeView = nullptr,
+                     QList<Guide3DViewSettings> *views = nullptr,
+                     QList<CanvasTabSettings> *canvasTabs = nullptr,
+                     QList<ProjectTabEntry> *tabs = nullptr, int *currentTab = nullptr);
+
+// The same reading from bytes already in memory (container or bare JSON).
+bool loadProjectData(const QByteArray &data, QList<GuideSettings> *guides, int *activeGuide,
+                     QString *error = nullptr, Guide3DViewSettings *activeView = nullptr,
+                     QList<Guide3DViewSettings> *views = nullptr,
+                     QList<CanvasTabSettings> *canvasTabs = nullptr,
+                     QList<ProjectTabEntry> *tabs = nullptr, int *currentTab = nullptr);
+
+// Everything a project holds, for callers that want it in one value. The loaders below
+// leave `doc` untouched when the load fails.
+struct ProjectDocument {
+    QList<GuideSettings> guides;
+    int activeGuide = 0;
+    Guide3DViewSettings activeView;
+    QList<Guide3DViewSettings> views;
+    QList<CanvasTabSettings> canvasTabs;
+    QList<ProjectTabEntry> tabs;
+    int currentTab = -1;
+    bool operator==(const ProjectDocument &) const = default;
+};
+
+bool loadProjectDocument(const QString &path, ProjectDocument *doc, QString *error);
+bool loadProjectDocumentData(const QByteArray &data, ProjectDocument *doc, QString *error);
+bool saveProjectDocument(const QString &path, const ProjectDocument &doc, QString *error);
+QByteArray projectDocumentToJson(const ProjectDocument &doc);

@@ -1,0 +1,517 @@
+#include "project/SceneJson.h"
+
+#include "common/JsonValueReaders.h"
+
+#include <QJsonArray>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+using namespace vg::json;
+
+// Scene records keep floats; writing the shortest text that reads back as the same
+// float keeps files readable ("0.65", not "0.6499999761581421").
+QJsonValue floatValue(float value)
+{
+    if (!std::isfinite(value))
+        return 0.0;
+    char buffer[32];
+    const auto result = std::to_chars(buffer, buffer + sizeof(buffer), value);
+    return QByteArray(buffer, int(result.ptr - buffer)).toDouble();
+}
+
+float readFloat(const QJsonObject &o, const QString &key, float fallback)
+{
+    const double d = readDouble(o, key, fallback);
+    if (!std::isfinite(d) || std::fabs(d) > double(std::numeric_limits<float>::max()))
+        return fallback;
+    return float(d);
+}
+
+// One visitor serves writing and reading, so the two can never disagree on a key.
+struct Writer {
+    QJsonObject &o;
+    void operator()(const char *key, const int &v) { o.insert(QLatin1String(key), v); }
+    void operator()(const char *key, const bool &v) { o.insert(QLatin1String(key), v); }
+    void operator()(const char *key, const float &v) { o.insert(QLatin1String(key), floatValue(v)); }
+    void operator()(const char *key, const double &v) { o.insert(QLatin1String(key), std::isfinite(v) ? v : 0.0); }
+    void operator()(const char *key, const QString &v) { o.insert(QLatin1String(key), v); }
+    void operator()(const char *key, const QColor &v) { o.insert(QLatin1String(key), colorName(v)); }
+};
+
+struct Reader {
+    const QJsonObject &o;
+    void operator()(const char *key, int &v) { v = readInt(o, QLatin1String(key), v); }
+    void operator()(const char *key, bool &v) { v = readBool(o, QLatin1String(key), v); }
+    void operator()(const char *key, float &v) { v = readFloat(o, QLatin1String(key), v); }
+    void operator()(const char *key, double &v) { v = readDouble(o, QLatin1String(key), v); }
+    void operator()(const char *key, QString &v) { v = readString(o, QLatin1String(key), v); }
+    void operator()(const char *key, QColor &v) { v = readColor(o, QLatin1String(key), v); }
+};
+
+template <typename Object, typename Visit>
+void visitGuideObjectBeforeLens(Object &o, Visit &&v)
+{
+    v("guide_index", o.guide_index);
+    v("name", o.name);
+    v("translate_x", o.translate_x);
+    v("translate_y", o.translate_y);
+    v("translate_z", o.translate_z);
+    v("rotate_x", o.rotate_x);
+    v("rotate_y", o.rotate_y);
+    v("rotate_z", o.rotate_z);
+    v("scale_x", o.scale_x);
+    v("scale_y", o.scale_y);
+    v("scale_z", o.scale_z);
+    v("visible", o.visible);
+    v("object_opacity", o.object_opacity);
+    v("show_dimensions", o.show_dimensions);
+    v("show_width_dimension", o.show_width_dimension);
+    v("show_height_dimension", o.show_height_dimension);
+    v("show_depth_dimension", o.show_depth_dimension);
+    v("show_radius_dimension", o.show_radius_dimension);
+    v("show_circumference_dimension", o.show_circumference_dimension);
+    v("show_distance_dimension", o.show_distance_dimension);
+    v("show_shading", o.show_shading);
+    v("flip_normals", o.flip_normals);
+    v("show_wireframe", o.show_wireframe);
+    v("wireframe_thickness", o.wireframe_thickness);
+    v("throw_rate", o.throw_rate);
+    v("projection_opacity", o.projection_opacity);
+    v("projection_visible", o.projection_visible);
+    v("projector_flip_h", o.projector_flip_h);
+    v("projector_flip_v", o.projector_flip_v);
+    v("projector_rotate_180", o.projector_rotate_180);
+    v("projector_name_visible", o.projector_name_visible);
+    v("projector_info_text_visible", o.projector_info_text_visible);
+    v("projector_pixel_footprint_heatmap_visible", o.projector_pixel_footprint_heatmap_visible);
+    v("projector_pixel_footprint_grid_visible", o.projector_pixel_footprint_grid_visible);
+    v("projector_pixel_footprint_labels_visible", o.projector_pixel_footprint_labels_visible);
+    v("projector_pixel_footprint_heatmap_auto_range", o.projector_pixel_footprint_heatmap_auto_range);
+    v("projector_pixel_footprint_heatmap_opacity", o.projector_pixel_footprint_heatmap_opacity);
+    v("projector_pixel_footprint_sample_step_pixels", o.projector_pixel_footprint_sample_step_pixels);
+    v("projector_pixel_footprint_metric", o.projector_pixel_footprint_metric);
+}
+
+template <typename Object, typename Visit>
+void visitGuideObjectAfterLens(Object &o, Visit &&v)
+{
+    v("projector_resolution_width", o.projector_resolution_width);
+    v("projector_resolution_height", o.projector_resolution_height);
+    v("show_projector_frustum", o.show_projector_frustum);
+    v("projector_image_guide_index", o.projector_image_guide_index);
+    v("projector_spout_sender", o.projector_spout_sender);
+    v("projector_spout_adapter", o.projector_spout_adapter);
+    v("projector_ndi_source", o.projector_ndi_source);
+    v("projector_image_file_path", o.projector_image_file_path);
+    v("projector_view_output_mode", o.projector_view_output_mode);
+    v("projector_view_output_name", o.projector_view_output_name);
+    v("projector_calibration_output_mode", o.projector_calibration_output_mode);
+    v("projector_calibration_output_name", o.projector_calibration_output_name);
+    v("projector_default_color", o.projector_default_color);
+    v("texture_visible", o.texture_visible);
+    v("texture_guide_index", o.texture_guide_index);
+    v("texture_file_path", o.texture_file_path);
+    v("texture_spout_sender", o.texture_spout_sender);
+    v("texture_spout_adapter", o.texture_spout_adapter);
+    v("texture_ndi_source", o.texture_ndi_source);
+    v("texture_movie_hwaccel", o.texture_movie_hwaccel);
+    v("mesh_color", o.mesh_color);
+    v("uv_rotation", o.uv_rotation);
+    v("plane_width", o.plane_width);
+    v("plane_height", o.plane_height);
+    v("plane_corner_radius", o.plane_corner_radius);
+    v("plane_round_lines", o.plane_round_lines);
+    v("plane_u_lines", o.plane_u_lines);
+    v("plane_v_lines", o.plane_v_lines);
+    v("people_height", o.people_height);
+    v("wall_cylinder_height", o.wall_cylinder_height);
+    v("wall_cylinder_angle", o.wall_cylinder_angle);
+    v("wall_cylinder_radius", o.wall_cylinder_radius);
+    v("wall_cylinder_u_lines", o.wall_cylinder_u_lines);
+    v("wall_cylinder_v_lines", o.wall_cylinder_v_lines);
+    v("wall_cylinder_wall", o.wall_cylinder_wall);
+    v("wall_cylinder_top", o.wall_cylinder_top);
+    v("wall_cylinder_floor", o.wall_cylinder_floor);
+    v("wall_cylinder_arc_length_lock", o.wall_cylinder_arc_length_lock);
+    v("box_width", o.box_width);
+    v("box_height", o.box_height);
+    v("box_depth", o.box_depth);
+    v("box_corner_radius", o.box_corner_radius);
+    v("box_u_lines", o.box_u_lines);
+    v("box_v_lines", o.box_v_lines);
+    v("box_round_lines", o.box_round_lines);
+    v("box_wall", o.box_wall);
+    v("box_top", o.box_top);
+    v("box_floor", o.box_floor);
+    v("sphere_u_start", o.sphere_u_start);
+    v("sphere_u_end", o.sphere_u_end);
+    v("sphere_v_start", o.sphere_v_start);
+    v("sphere_v_end", o.sphere_v_end);
+    v("circle_plane_mode", o.circle_plane_mode);
+    v("circle_plane_hole_radius", o.circle_plane_hole_radius);
+    v("circle_plane_angle", o.circle_plane_angle);
+    v("circle_plane_polar_v_flipped", o.circle_plane_polar_v_flipped);
+    v("distance_start_x", o.distance_start_x);
+    v("distance_start_y", o.distance_start_y);
+    v("distance_start_z", o.distance_start_z);
+    v("distance_end_x", o.distance_end_x);
+    v("distance_end_y", o.distance_end_y);
+    v("distance_end_z", o.distance_end_z);
+    v("annotation_text", o.annotation_text);
+    v("annotation_label_offset_x", o.annotation_label_offset_x);
+    v("annotation_label_offset_y", o.annotation_label_offset_y);
+    v("annotation_label_offset_z", o.annotation_label_offset_z);
+    v("annotation_circle_scale", o.annotation_circle_scale);
+    v("annotation_label_scale", o.annotation_label_scale);
+    v("annotation_label_scale_x", o.annotation_label_scale_x);
+    v("annotation_label_scale_y", o.annotation_label_scale_y);
+    v("annotation_label_font_scale", o.annotation_label_font_scale);
+    v("horseshoe_u_lines", o.horseshoe_u_lines);
+    v("horseshoe_v_lines", o.horseshoe_v_lines);
+    v("horseshoe_round_u_lines", o.horseshoe_round_u_lines);
+    v("horseshoe_wall", o.horseshoe_wall);
+    v("horseshoe_floor", o.horseshoe_floor);
+    v("horseshoe_rotation_x", o.horseshoe_rotation_x);
+    v("horseshoe_rotation_y", o.horseshoe_rotation_y);
+    v("horseshoe_rotation_z", o.horseshoe_rotation_z);
+    v("dxf_line_thickness", o.dxf_line_thickness);
+    v("dxf_extrude", o.dxf_extrude);
+    v("curve_extrude", o.curve_extrude);
+    v("curve_closed", o.curve_closed);
+    v("obj_path", o.obj_path);
+}
+
+template <typename Match, typename Visit>
+void visitMatch(Match &m, Visit &&v)
+{
+    v("target_index", m.target_index);
+    v("target_name", m.target_name);
+    v("vertex_label", m.vertex_label);
+    v("world_x", m.world_x);
+    v("world_y", m.world_y);
+    v("world_z", m.world_z);
+    v("image_x", m.image_x);
+    v("image_y", m.image_y);
+    v("enabled", m.enabled);
+}
+
+template <typename Point, typename Visit>
+void visitCurvePoint(Point &p, Visit &&v)
+{
+    v("anchor_x", p.anchor_x);
+    v("anchor_z", p.anchor_z);
+    v("in_handle_x", p.in_handle_x);
+    v("in_handle_z", p.in_handle_z);
+    v("out_handle_x", p.out_handle_x);
+    v("out_handle_z", p.out_handle_z);
+}
+
+template <typename Settings, typename Visit>
+void visitCalibrationSettings(Settings &s, Visit &&v)
+{
+    v("projector_update", s.projector_update);
+    v("adjust_throw_ratio", s.adjust_throw_ratio);
+    v("adjust_lens_shift", s.adjust_lens_shift);
+    v("wireframe_show_wireframe", s.wireframe_show_wireframe);
+    v("wireframe_show_shading", s.wireframe_show_shading);
+    v("wireframe_show_candidate_vertex", s.wireframe_show_candidate_vertex);
+    v("projector_show_wireframe", s.projector_show_wireframe);
+    v("projector_show_shading", s.projector_show_shading);
+    v("projector_show_vertex", s.projector_show_vertex);
+    v("circle_size", s.circle_size);
+    v("vertex_size", s.vertex_size);
+    v("uv_lut_scale", s.uv_lut_scale);
+    v("uv_lut_edge_feather_px", s.uv_lut_edge_feather_px);
+    v("uv_lut_aa_samples", s.uv_lut_aa_samples);
+    v("output_mode", s.output_mode);
+    v("output_name", s.output_name);
+    v("vantreo_server_ip", s.vantreo_server_ip);
+    v("vantreo_player_ip", s.vantreo_player_ip);
+    v("vantreo_server_port", s.vantreo_server_port);
+    v("vantreo_warpeditor_number", s.vantreo_warpeditor_number);
+    v("vantreo_server_enabled", s.vantreo_server_enabled);
+}
+
+template <typename Settings, typename Visit>
+void visitMediaServerSettings(Settings &s, Visit &&v)
+{
+    v("server_ip", s.server_ip);
+    v("server_port", s.server_port);
+    v("player_ip", s.player_ip);
+    v("warp", s.warp);
+}
+
+// The camera fields as the "camera" object and every saved camera view carry them.
+template <typename Camera, typename Visit>
+void visitCamera(Camera &c, Visit &&v)
+{
+    v("view_mode", c.view_mode);
+    v("view_rotation_x", c.view_rotation_x);
+    v("view_rotation_y", c.view_rotation_y);
+    v("focus_distance", c.focus_distance);
+    v("target_x", c.target_x);
+    v("target_y", c.target_y);
+    v("target_z", c.target_z);
+}
+
+template <typename View, typename Visit>
+void visitViewPlainKeys(View &view, Visit &&v)
+{
+    v("title", view.title);
+    v("show_objects", view.show_objects);
+    v("grid_visible", view.grid_visible);
+    v("snap", view.snap);
+    v("show_projector_frustum", view.show_projector_frustum);
+    v("show_obj_polygon_lines", view.show_obj_polygon_lines);
+    v("transform_mode", view.transform_mode);
+    v("transform_space", view.transform_space);
+    v("vantreo_view_mesh_server_ip", view.vantreo_view_mesh_server_ip);
+    v("vantreo_view_mesh_server_port", view.vantreo_view_mesh_server_port);
+    v("vantreo_view_mesh_player_ip", view.vantreo_view_mesh_player_ip);
+    v("vantreo_view_mesh_warp", view.vantreo_view_mesh_warp);
+}
+
+QJsonArray objectsToJson(const QVector<GuideObject> &objects)
+{
+    QJsonArray array;
+    for (const GuideObject &object : objects)
+        array.append(guideObjectToJson(object));
+    return array;
+}
+
+// Non-object elements are skipped, never fatal.
+QVector<GuideObject> objectsFromJson(const QJsonValue &value)
+{
+    QVector<GuideObject> objects;
+    if (!value.isArray())
+        return objects;
+    const QJsonArray array = value.toArray();
+    objects.reserve(array.size());
+    for (const QJsonValue &element : array) {
+        if (element.isObject())
+            objects.append(guideObjectFromJson(element.toObject()));
+    }
+    return objects;
+}
+
+} // namespace
+
+QJsonObject mediaServerSettingsToJson(const MediaServerSettings &settings)
+{
+    QJsonObject json;
+    visitMediaServerSettings(settings, Writer{json});
+    return json;
+}
+
+MediaServerSettings mediaServerSettingsFromJson(const QJsonObject &json, const MediaServerSettings &base)
+{
+    MediaServerSettings settings = base;
+    visitMediaServerSettings(settings, Reader{json});
+    settings.server_port = std::clamp(settings.server_port, 1, 65535);
+    settings.warp = std::clamp(settings.warp, 1, 8);
+    return settings;
+}
+
+QJsonObject projectorCalibrationSettingsToJson(const GuideProjectorCalibrationSettings &settings)
+{
+    QJsonObject json;
+    visitCalibrationSettings(settings, Writer{json});
+    return json;
+}
+
+void clampProjectorCalibrationSettings(GuideProjectorCalibrationSettings *s)
+{
+    s->circle_size = std::clamp(s->circle_size, 1, 64);
+    s->vertex_size = std::clamp(s->vertex_size, 1, 64);
+    s->uv_lut_scale = std::clamp(s->uv_lut_scale, 0.0, 10.0);
+    s->uv_lut_edge_feather_px = std::clamp(s->uv_lut_edge_feather_px, 0.0, 8.0);
+    s->uv_lut_aa_samples = std::clamp(s->uv_lut_aa_samples, 1, 4);
+    s->output_mode = std::clamp(s->output_mode, 0, 2);
+    s->vantreo_server_port = std::clamp(s->vantreo_server_port, 1, 65535);
+    s->vantreo_warpeditor_number = std::clamp(s->vantreo_warpeditor_number, 1, 8);
+}
+
+GuideProjectorCalibrationSettings projectorCalibrationSettingsFromJson(
+    const QJsonObject &json, const GuideProjectorCalibrationSettings &base)
+{
+    GuideProjectorCalibrationSettings settings = base;
+    visitCalibrationSettings(settings, Reader{json});
+    clampProjectorCalibrationSettings(&settings);
+    return settings;
+}
+
+QJsonObject guideObjectToJson(const GuideObject &object)
+{
+    QJsonObject json;
+    Writer write{json};
+    visitGuideObjectBeforeLens(object, write);
+    write("lens_shift_x", object.lens_shift_x);
+    write("lens_shift_y", object.lens_shift_y);
+    visitGuideObjectAfterLens(object, write);
+    json.insert(QLatin1String("vantreo_view_mesh_settings"), mediaServerSettingsToJson(object.vantreo_view_mesh_settings));
+    json.insert(QLatin1String("projector_calibration_settings"),
+                projectorCalibrationSettingsToJson(object.projector_calibration_settings));
+
+    QJsonObject calibration;
+    calibration.insert(QLatin1String("image_width"), object.projector_calibration.image_width);
+    calibration.insert(QLatin1String("image_height"), object.projector_calibration.image_height);
+    QJsonArray matches;
+    for (const GuideProjectorCalibrationMatch &match : object.projector_calibration.matches) {
+        QJsonObject m;
+        visitMatch(match, Writer{m});
+        matches.append(m);
+    }
+    calibration.insert(QLatin1String("matches"), matches);
+    json.insert(QLatin1String("projector_calibration"), calibration);
+
+    QJsonArray points;
+    for (const GuideCurvePoint &point : object.curve_points) {
+        QJsonObject p;
+        visitCurvePoint(point, Writer{p});
+        points.append(p);
+    }
+    json.insert(QLatin1String("curve_points"), points);
+    return json;
+}
+
+GuideObject guideObjectFromJson(const QJsonObject &json)
+{
+    GuideObject object;
+    Reader read{json};
+    visitGuideObjectBeforeLens(object, read);
+    object.projector_pixel_footprint_metric = std::clamp(object.projector_pixel_footprint_metric, 0, 3);
+    // The older single "lens_shift" was vertical; the explicit key wins when both exist.
+    read("lens_shift", object.lens_shift_y);
+    read("lens_shift_x", object.lens_shift_x);
+    read("lens_shift_y", object.lens_shift_y);
+    visitGuideObjectAfterLens(object, read);
+
+    const QJsonValue mediaServer = json.value(QLatin1String("vantreo_view_mesh_settings"));
+    if (mediaServer.isObject())
+        object.vantreo_view_mesh_settings = mediaServerSettingsFromJson(mediaServer.toObject());
+    const QJsonValue calibrationSettings = json.value(QLatin1String("projector_calibration_settings"));
+    if (calibrationSettings.isObject())
+        object.projector_calibration_settings = projectorCalibrationSettingsFromJson(calibrationSettings.toObject());
+
+    const QJsonValue calibrationValue = json.value(QLatin1String("projector_calibration"));
+    if (calibrationValue.isObject()) {
+        const QJsonObject calibration = calibrationValue.toObject();
+        GuideProjectorCalibration &target = object.projector_calibration;
+        target.image_width = readInt(calibration, QLatin1String("image_width"), target.image_width);
+        target.image_height = readInt(calibration, QLatin1String("image_height"), target.image_height);
+        const QJsonValue matches = calibration.value(QLatin1String("matches"));
+        if (matches.isArray()) {
+            for (const QJsonValue &element : matches.toArray()) {
+                if (!element.isObject())
+                    continue;
+                GuideProjectorCalibrationMatch match;
+                visitMatch(match, Reader{element.toObject()});
+                target.matches.append(match);
+            }
+        }
+    }
+
+    const QJsonValue points = json.value(QLatin1String("curve_points"));
+    if (points.isArray()) {
+        for (const QJsonValue &element : points.toArray()) {
+            if (!element.isObject())
+                continue;
+            GuideCurvePoint point;
+            visitCurvePoint(point, Reader{element.toObject()});
+            object.curve_points.append(point);
+        }
+    }
+
+    object.projector_calibration.image_width = std::clamp(object.projector_calibration.image_width, 0, 16384);
+    object.projector_calibration.image_height = std::clamp(object.projector_calibration.image_height, 0, 16384);
+    object.projector_calibration_output_mode = std::clamp(object.projector_calibration_output_mode, 0, 2);
+    object.circle_plane_mode = std::clamp(object.circle_plane_mode, 0, 1);
+    for (int *lines : {&object.plane_round_lines, &object.plane_u_lines, &object.plane_v_lines,
+                       &object.wall_cylinder_u_lines, &object.box_u_lines, &object.box_v_lines,
+                       &object.box_round_lines, &object.horseshoe_u_lines, &object.horseshoe_v_lines,
+                       &object.horseshoe_round_u_lines})
+        *lines = std::clamp(*lines, 0, 512);
+    object.wall_cylinder_v_lines = std::clamp(object.wall_cylinder_v_lines, 1, 512);
+    return object;
+}
+
+QJsonObject cameraViewToJson(const GuideCameraView &cameraView)
+{
+    QJsonObject json;
+    json.insert(QLatin1String("name"), cameraView.name);
+    visitCamera(cameraView, Writer{json});
+    json.insert(QLatin1String("projector_objects"), objectsToJson(cameraView.projector_objects));
+    return json;
+}
+
+GuideCameraView cameraViewFromJson(const QJsonObject &json)
+{
+    GuideCameraView cameraView;
+    cameraView.name = readString(json, QLatin1String("name"), cameraView.name);
+    visitCamera(cameraView, Reader{json});
+    cameraView.view_mode = std::clamp(cameraView.view_mode, 0, 3);
+    cameraView.projector_objects = objectsFromJson(json.value(QLatin1String("projector_objects")));
+    return cameraView;
+}
+
+QJsonObject viewSettingsToJson(const Guide3DViewSettings &view)
+{
+    QJsonObject camera;
+    visitCamera(view, Writer{camera});
+
+    QJsonArray objects = objectsToJson(view.objects);
+    QJsonArray cameraViews;
+    for (const GuideCameraView &cameraView : view.camera_views)
+        cameraViews.append(cameraViewToJson(cameraView));
+
+    QJsonObject json;
+    visitViewPlainKeys(view, Writer{json});
+    json.insert(QLatin1String("camera"), camera);
+    json.insert(QLatin1String("camera_views"), cameraViews);
+    json.insert(QLatin1String("projector_calibration_settings"),
+                projectorCalibrationSettingsToJson(view.projector_calibration_settings));
+    json.insert(QLatin1String("projector_camera_view_object_index"), view.projector_camera_view_object_index);
+    json.insert(QLatin1String("objects"), objects);
+    return json;
+}
+
+Guide3DViewSettings viewSettingsFromJson(const QJsonObject &json)
+{
+    Guide3DViewSettings view;
+    view.present = true;
+    visitViewPlainKeys(view, Reader{json});
+    view.transform_mode = std::clamp(view.transform_mode, 0, 2);
+    view.transform_space = std::clamp(view.transform_space, 0, 1);
+    view.vantreo_view_mesh_server_port = std::clamp(view.vantreo_view_mesh_server_port, 1, 65535);
+    view.vantreo_view_mesh_warp = std::clamp(view.vantreo_view_mesh_warp, 1, 8);
+
+    // Older files kept the camera mode at the top level; the "camera" object wins.
+    view.view_mode = readInt(json, QLatin1String("camera_view_mode"), view.view_mode);
+    const QJsonValue camera = json.value(QLatin1String("camera"));
+    if (camera.isObject())
+        visitCamera(view, Reader{camera.toObject()});
+    view.view_mode = std::clamp(view.view_mode, 0, 3);
+
+    const QJsonValue cameraViews = json.value(QLatin1String("camera_views"));
+    if (cameraViews.isArray()) {
+        for (const QJsonValue &element : cameraViews.toArray()) {
+            if (element.isObject())
+                view.camera_views.append(cameraViewFromJson(element.toObject()));
+        }
+    }
+
+    const QJsonValue calibration = json.value(QLatin1String("projector_calibration_settings"));
+    if (calibration.isObject())
+        view.projector_calibration_settings = projectorCalibrationSettingsFromJson(calibration.toObject());
+
+    view.objects = objectsFromJson(json.value(QLatin1String("objects")));
+
+    const int index = readInt(json, QLatin1String("projector_camera_view_object_index"), -1);
+    view.projector_camera_view_object_index = (index >= 0 && index < view.objects.size()) ? index : -1;
+    return view;
+}
