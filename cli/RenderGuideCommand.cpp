@@ -1,0 +1,142 @@
+#include "cli/CliCommand.h"
+
+#include "common/SettingsContainer.h"
+#include "guide/GuideRenderer.h"
+#include "guide/PngWriter.h"
+#include "guide/ProjectorLayout.h"
+
+#if __has_include("project/ProjectFile.h")
+#include "project/ProjectFile.h"
+#define VG_HAVE_PROJECT_FILE 1
+#endif
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace {
+
+bool isProjectRoot(const QJsonObject &root)
+{
+    for (const char *key : {"guides", "three_d_view", "three_d_views", "canvas_tabs", "composite_tabs", "tabs"}) {
+        if (root.contains(QLatin1String(key)))
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+// Loads guide `index` (-1: the active guide) from a project file or from a bare JSON
+// object that is one guide, then applies what the guide tab applies when it takes
+// settings. Shared with guide-info.
+bool loadGuideForCli(const QString &path, int index, GuideSettings *settings, QString *error)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        *error = file.errorString();
+        return false;
+    }
+    QByteArray json;
+    if (!vg::decodeSettingsContainer(file.readAll(), &json, error))
+        return false;
+    QJsonParseError parseError;
+    const QJsonDocument doc = QJsonDocument::fromJson(json, &parseError);
+    if (parseError.error != QJsonParseError::NoError) {
+        *error = QStringLiteral("JSON parse failed: %1").arg(parseError.errorString());
+        return false;
+    }
+    if (!doc.isObject()) {
+        *error = QStringLiteral("JSON root must be an object.");
+        return false;
+    }
+    const QJsonObject root = doc.object();
+
+    QList<GuideSettings> guides;
+    int active = 0;
+    if (isProjectRoot(root)) {
+#ifdef VG_HAVE_PROJECT_FILE
+        ProjectDocument project;
+        if (!loadProjectDocument(path, &project, error))
+            return false;
+        guides = project.guides;
+        active = project.activeGuide;
+#else
+        const QJsonArray array = root.value(QStringLiteral("guides")).toArray();
+        for (const QJsonValue &entry : array) {
+            if (entry.isObject())
+                guides.append(guideSettingsFromJson(entry.toObject()));
+        }
+        active = std::clamp(root.value(QStringLiteral("active_guide")).toInt(0), 0, std::max(0, int(guides.size()) - 1));
+#endif
+    } else {
+        guides.append(guideSettingsFromJson(root));
+    }
+    if (guides.isEmpty()) {
+        *error = QStringLiteral("The file holds no guide.");
+        return false;
+    }
+    const int chosen = index < 0 ? active : index;
+    if (chosen >= guides.size()) {
+        *error = QStringLiteral("Guide %1 does not exist; the file holds %2 guide(s), numbered from 0.")
+                     .arg(chosen)
+                     .arg(guides.size());
+        return false;
+    }
+    *settings = guides.at(chosen);
+    applyGuideTabLoadStep(settings);
+    return true;
+}
+
+namespace {
+
+const CliCommand &renderGuideCommand();
+
+int runRenderGuide(const QStringList &args, CliContext &ctx)
+{
+    CliArgs parsed(args, {QStringLiteral("--guide"), QStringLiteral("-o")}, {});
+    const int index = parsed.intValue(QStringLiteral("--guide"), -1);
+    if (!parsed.ok())
+        return cliUsageError(ctx, renderGuideCommand(), parsed.error());
+    if (parsed.positionals().size() != 1)
+        return cliUsageError(ctx, renderGuideCommand(), QStringLiteral("Give exactly one project or guide file."));
+    if (!parsed.has(QStringLiteral("-o")))
+        return cliUsageError(ctx, renderGuideCommand(), QStringLiteral("Give the output PNG with -o."));
+    if (parsed.has(QStringLiteral("--guide")) && index < 0)
+        return cliUsageError(ctx, renderGuideCommand(), QStringLiteral("--guide takes a guide number from 0."));
+
+    GuideSettings settings;
+    QString error;
+    if (!loadGuideForCli(parsed.positionals().first(), index, &settings, &error)) {
+        ctx.err << "Load failed: " << error << Qt::endl;
+        return CliFailure;
+    }
+    const QImage image = renderGuideImage(settings);
+    if (image.isNull()) {
+        ctx.err << "Render failed: the guide image of " << settings.pixelWidth << "x" << settings.pixelHeight
+                << " px could not be allocated." << Qt::endl;
+        return CliFailure;
+    }
+    const QString out = parsed.value(QStringLiteral("-o"));
+    if (!writeGuidePng(image, out, &error)) {
+        ctx.err << "Export failed: " << error << Qt::endl;
+        return CliFailure;
+    }
+    ctx.out << "Wrote " << out << " (" << image.width() << "x" << image.height() << " px)" << Qt::endl;
+    return CliOk;
+}
+
+const CliCommand &renderGuideCommand()
+{
+    static const CliCommand command{
+        QStringLiteral("render-guide"),
+        QStringLiteral("render-guide <project-or-guide.json> [--guide N] -o <out.png>"),
+        QStringLiteral("Renders guide N (default: the active guide) of a project, or a bare guide JSON object, to PNG."),
+        runRenderGuide};
+    return command;
+}
+
+const CliRegistration registration(renderGuideCommand());
+
+} // namespace

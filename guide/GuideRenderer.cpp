@@ -1,0 +1,754 @@
+#include "guide/GuideRenderer.h"
+
+#include "guide/ProjectorLayout.h"
+
+#include <QFontDatabase>
+#include <QFontMetricsF>
+#include <QLocale>
+#include <QPainter>
+#include <QPainterPath>
+#include <QStringList>
+
+#include <algorithm>
+#include <cmath>
+#include <mutex>
+
+namespace {
+
+constexpr int kMaxSide = 32768;
+
+// The 56 row syllables: 14 initial consonants with the vowels ㅏ, ㅓ, ㅗ, ㅜ, composed from
+// the Unicode Hangul syllable block. Built once; the only state renders share.
+const QStringList &koreanSyllables()
+{
+    static const QStringList list = [] {
+        static constexpr int initials[14] = {0, 2, 3, 5, 6, 7, 9, 11, 12, 14, 15, 16, 17, 18};
+        static constexpr int vowels[4] = {0, 4, 8, 13};
+        QStringList l;
+        l.reserve(56);
+        for (int vowel : vowels) {
+            for (int initial : initials)
+                l.append(QString(QChar(char16_t(0xAC00 + (initial * 21 + vowel) * 28))));
+        }
+        return l;
+    }();
+    return list;
+}
+
+QString guideFontFamily()
+{
+    static std::once_flag once;
+    static QString family;
+    std::call_once(once, [] {
+        const int id = QFontDatabase::addApplicationFont(QStringLiteral(":/assets/NanumGothicExtraBold.ttf"));
+        const QStringList families = id >= 0 ? QFontDatabase::applicationFontFamilies(id) : QStringList();
+        family = families.isEmpty() ? QString() : families.first();
+    });
+    return family;
+}
+
+QFont guideFont(double pixelSize, bool bold = true)
+{
+    QFont font;
+    const QString family = guideFontFamily();
+    if (!family.isEmpty())
+        font.setFamily(family);
+    font.setPixelSize(std::max(1, int(std::lround(pixelSize))));
+    font.setBold(bold);
+    font.setHintingPreference(QFont::PreferNoHinting);
+    return font;
+}
+
+QColor lightLineColor(int pattern)
+{
+    return QColor(220, 220, 220, pattern == GuidePatternDefault ? 133 : 255);
+}
+
+// White text on a soft shadow so it reads on any cell colour.
+void drawShadowedText(QPainter &p, const QRectF &rect, int flags, const QString &text, double shadow,
+                      const QColor &color = Qt::white)
+{
+    p.setPen(QColor(0, 0, 0, 170));
+    p.drawText(rect.translated(shadow, shadow), flags, text);
+    p.setPen(color);
+    p.drawText(rect, flags, text);
+}
+
+// A text with a dark rounded backing, centred on a point.
+void drawLabelBox(QPainter &p, const QPointF &center, const QString &text, const QFont &font, const QColor &textColor,
+                  const QColor &boxColor)
+{
+    const QFontMetricsF fm(font);
+    const QStringList lines = text.split(QLatin1Char('\n'));
+    double width = 0.0;
+    for (const QString &line : lines)
+        width = std::max(width, fm.horizontalAdvance(line));
+    const double pad = fm.height() * 0.35;
+    const QSizeF size(width + 2 * pad, fm.height() * lines.size() + pad);
+    const QRectF box(center.x() - size.width() / 2, center.y() - size.height() / 2, size.width(), size.height());
+    p.save();
+    p.setRenderHint(QPainter::Antialiasing, true);
+    p.setPen(Qt::NoPen);
+    p.setBrush(boxColor);
+    p.drawRoundedRect(box, pad, pad);
+    p.setFont(font);
+    p.setPen(textColor);
+    p.drawText(box, Qt::AlignCenter, text);
+    p.restore();
+}
+
+void drawArrowHead(QPainter &p, const QPointF &tip, const QPointF &direction, double size)
+{
+    const QPointF d = direction / std::max(1e-9, std::hypot(direction.x(), direction.y()));
+    const QPointF n(-d.y(), d.x());
+    const QPointF base = tip - d * size;
+    QPolygonF head;
+    head << tip << base + n * (size * 0.45) << base - n * (size * 0.45);
+    p.drawPolygon(head);
+}
+
+struct Frame {
+    int width = 1;
+    int height = 1;
+    double unit = 1.0; // one pixel of a 1080-line guide, times the guide scale
+    double fontScale = 1.0;
+};
+
+// ---------------------------------------------------------------- cells
+
+void drawCells(QPainter &p, const GuideSettings &s, const Frame &f)
+{
+    const int columns = guideGridColumns(s);
+    const int rows = guideGridRows(s);
+    const double cw = double(f.width) / columns;
+    const double ch = double(f.height) / rows;
+    const int fillW = int(std::ceil(cw));
+    const int fillH = int(std::ceil(ch));
+    const QColor light = lightLineColor(clampGuidePattern(s.guidePattern));
+
+    QFont labelFont;
+    bool drawLabels = s.displayNumber;
+    const int format = clampGuideNumberFormat(s.numberTextFormat);
+    if (drawLabels) {
+        // One size for every label: the longest labels sit in the last row and column.
+        double size = std::min(cw, ch) * 0.3 * f.fontScale;
+        labelFont = guideFont(size);
+        const QFontMetricsF fm(labelFont);
+        double widest = 0.0;
+        for (int c = 0; c < columns; c += std::max(1, columns / 64))
+            widest = std::max(widest, fm.horizontalAdvance(guideCellLabel(format, rows - 1, c)));
+        for (int r = 0; r < rows; r += std::max(1, rows / 64))
+            widest = std::max(widest, fm.horizontalAdvance(guideCellLabel(format, r, columns - 1)));
+        widest = std::max(widest, fm.horizontalAdvance(guideCellLabel(format, rows - 1, columns - 1)));
+        if (widest > cw * 0.86)
+            size *= cw * 0.86 / widest;
+        labelFont = guideFont(size);
+        drawLabels = size >= 1.0;
+    }
+    p.setFont(labelFont);
+    const QColor labelColor(255, 255, 255, 225);
+    const int innerWidth = std::max(1, int(std::lround(f.unit)));
+    QColor inner = light;
+    inner.setAlpha(light.alpha() / 2);
+
+    for (int c = 0; c < columns; ++c) {
+        const double x = s.inverseX ? f.width - (c + 1) * cw : c * cw;
+        for (int r = 0; r < rows; ++r) {
+            const double y = s.inverseY ? f.height - (r + 1) * ch : r * ch;
+            const QRect cell(int(std::floor(x)), int(std::floor(y)), fillW, fillH);
+            p.fillRect(cell, guideCellColor(s, c, r, columns, rows));
+            if (s.displayInnerline) {
+                // A cross through the cell centre halves each cell for finer alignment.
+                const QRectF exact(x, y, cw, ch);
+                const int cx = int(std::floor(exact.center().x() - innerWidth / 2.0));
+                const int cy = int(std::floor(exact.center().y() - innerWidth / 2.0));
+                p.fillRect(QRect(cx, cell.top(), innerWidth, fillH), inner);
+                p.fillRect(QRect(cell.left(), cy, fillW, innerWidth), inner);
+            }
+            if (drawLabels) {
+                p.setPen(labelColor);
+                p.drawText(QRectF(x, y, cw, ch), Qt::AlignCenter, guideCellLabel(format, r, c));
+            }
+        }
+    }
+
+    if (s.displayCellBoundary) {
+        const int lw = std::max(1, int(std::lround(f.unit)));
+        for (int c = 1; c < columns; ++c) {
+            const int x = int(std::floor(c * cw));
+            p.fillRect(QRect(x - lw / 2, 0, lw, f.height), light);
+        }
+        for (int r = 1; r < rows; ++r) {
+            const int y = int(std::floor(r * ch));
+            p.fillRect(QRect(0, y - lw / 2, f.width, lw), light);
+        }
+    }
+}
+
+// ---------------------------------------------------------------- fixed lines
+
+void drawCrossLines(QPainter &p, const GuideSettings &s, const Frame &f)
+{
+    p.save();
+    p.setRenderHint(QPainter::Antialiasing, true);
+    QPen pen(lightLineColor(clampGuidePattern(s.guidePattern)), std::max(1.0, 2.0 * f.unit));
+    pen.setCapStyle(Qt::FlatCap);
+    p.setPen(pen);
+    p.drawLine(QLineF(0, 0, f.width, f.height));
+    p.drawLine(QLineF(f.width, 0, 0, f.height));
+    p.restore();
+}
+
+void drawCenterLines(QPainter &p, const GuideSettings &s, const Frame &f)
+{
+    const bool style1 = clampGuidePattern(s.guidePattern) == GuidePatternDefault;
+    p.save();
+    p.setOpacity(style1 ? 0.5 : 0.7);
+    QPen pen(style1 ? QColor(Qt::white) : QColor(Qt::red), 2);
+    pen.setCapStyle(Qt::SquareCap);
+    pen.setJoinStyle(Qt::BevelJoin);
+    p.setPen(pen);
+    const double W = f.width, H = f.height;
+    for (double x : {W / 2, W / 4, 3 * W / 4})
+        p.drawLine(QLineF(x, 0, x, H));
+    for (double y : {H / 2, H / 4, 3 * H / 4})
+        p.drawLine(QLineF(0, y, W, y));
+    p.restore();
+}
+
+void drawCircles(QPainter &p, const GuideSettings &s, const Frame &f)
+{
+    const double W = f.width, H = f.height;
+    p.save();
+    p.setRenderHint(QPainter::Antialiasing, true);
+    p.setOpacity(clampGuidePattern(s.guidePattern) == GuidePatternDefault ? 0.5 : 0.2);
+    QPen pen(Qt::white, H / 300.0);
+    pen.setCapStyle(Qt::SquareCap);
+    pen.setJoinStyle(Qt::BevelJoin);
+    p.setPen(pen);
+    p.setBrush(Qt::NoBrush);
+    p.drawEllipse(QRectF((W - H) / 2, 0, H, H));
+    const double d = std::max(H / 4, 1.0);
+    p.drawEllipse(QRectF(0, 0, d, d));
+    p.drawEllipse(QRectF(W - d, 0, d, d));
+    p.drawEllipse(QRectF(0, H - d, d, d));
+    p.drawEllipse(QRectF(W - d, H - d, d, d));
+    p.restore();
+}
+
+void drawOutline(QPainter &p, const Frame &f)
+{
+    p.save();
+    QPen pen(Qt::white, 5);
+    pen.setCapStyle(Qt::SquareCap);
+    pen.setJoinStyle(Qt::BevelJoin);
+    p.setPen(pen);
+    p.setBrush(Qt::NoBrush);
+    p.drawRect(QRectF(2.5, 2.5, f.width - 5, f.height - 5));
+    p.restore();
+}
+
+// ---------------------------------------------------------------- centre stack
+
+struct CenterStack {
+    double resolutionSize = 0.0;
+    QRectF resolutionRect;
+};
+
+CenterStack centerStack(const Frame &f)
+{
+    CenterStack c;
+    c.resolutionSize = std::max(1.0, std::round(std::min(f.width, f.height) * 0.075 * f.fontScale));
+    const double h = c.resolutionSize * 1.3;
+    c.resolutionRect = QRectF(0, f.height / 2.0 - h / 2, f.width, h);
+    return c;
+}
+
+QImage loadLogo(const GuideSettings &s)
+{
+    QImage logo;
+    if (!s.logoPath.trimmed().isEmpty())
+        logo.load(s.logoPath);
+    if (logo.isNull())
+        logo.load(QStringLiteral(":/assets/logo2000.png"));
+    return logo;
+}
+
+void drawLogo(QPainter &p, const GuideSettings &s, const Frame &f, const CenterStack &stack)
+{
+    const QImage logo = loadLogo(s);
+    if (logo.isNull() || logo.width() <= 0 || logo.height() <= 0)
+        return;
+    const double scale = std::clamp(s.scale, 0.05, 20.0);
+    double boxW = f.width * 0.22 * scale;
+    double boxH = f.height * 0.16 * scale;
+    const double aspect = double(logo.width()) / logo.height();
+    double w = boxW, h = boxW / aspect;
+    if (h > boxH) {
+        h = boxH;
+        w = h * aspect;
+    }
+    const int iw = std::max(1, int(std::lround(w)));
+    const int ih = std::max(1, int(std::lround(h)));
+    // Scaled once with filtering here; the painter itself draws unfiltered.
+    const QImage scaled = logo.scaled(iw, ih, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    const double bottom = stack.resolutionRect.top() - stack.resolutionSize * 0.2;
+    p.save();
+    p.setOpacity(std::clamp(s.logoOpacity, 0.0, 1.0));
+    p.drawImage(QPointF(std::floor((f.width - iw) / 2.0), std::floor(bottom - ih)), scaled);
+    p.restore();
+}
+
+void drawCenterTexts(QPainter &p, const GuideSettings &s, const Frame &f, const CenterStack &stack)
+{
+    const double shadow = std::max(1.0, stack.resolutionSize / 28.0);
+    if (s.displayResolution) {
+        p.setFont(guideFont(stack.resolutionSize));
+        drawShadowedText(p, stack.resolutionRect, Qt::AlignCenter, guideResolutionText(s), shadow);
+    }
+    double y = stack.resolutionRect.bottom();
+    if (s.displayReal) {
+        const double size = std::max(1.0, stack.resolutionSize * 0.5);
+        p.setFont(guideFont(size));
+        const QRectF r(0, y, f.width, size * 1.4);
+        drawShadowedText(p, r, Qt::AlignCenter, guidePhysicalSizeText(s), shadow * 0.6);
+        y = r.bottom();
+    }
+    if (s.displaySquareStatus) {
+        const double size = std::max(1.0, stack.resolutionSize * 0.4);
+        p.setFont(guideFont(size));
+        const bool square = guideCellsAreSquare(s);
+        const QRectF r(0, y + size * 0.2, f.width, size * 1.4);
+        drawShadowedText(p, r, Qt::AlignCenter, guideSquareStatusText(square), shadow * 0.5,
+                         square ? QColor(140, 255, 160) : QColor(255, 200, 90));
+    }
+}
+
+// ---------------------------------------------------------------- dimensions
+
+void drawDimensions(QPainter &p, const GuideSettings &s, const Frame &f)
+{
+    const double W = f.width, H = f.height;
+    const double lw = std::max(1.0, 2.0 * f.unit);
+    const double arrow = std::max(4.0, 16.0 * f.unit);
+    const QFont font = guideFont(std::max(1.0, std::min(W, H) * 0.028 * f.fontScale));
+    const QColor lineColor(255, 230, 80);
+    const QColor box(0, 0, 0, 170);
+    p.save();
+    p.setRenderHint(QPainter::Antialiasing, true);
+    if (s.showWidthDimension) {
+        const double y = H * 0.09;
+        p.setPen(QPen(lineColor, lw, Qt::SolidLine, Qt::FlatCap));
+        p.drawLine(QLineF(arrow * 0.5, y, W - arrow * 0.5, y));
+        p.setPen(Qt::NoPen);
+        p.setBrush(lineColor);
+        drawArrowHead(p, QPointF(lw * 2, y), QPointF(-1, 0), arrow);
+        drawArrowHead(p, QPointF(W - lw * 2, y), QPointF(1, 0), arrow);
+        drawLabelBox(p, QPointF(W * 0.5 + W * 0.125, y), QStringLiteral("%1px").arg(s.pixelWidth), font, lineColor, box);
+    }
+    if (s.showHeightDimension) {
+        const double x = W * 0.06;
+        p.setPen(QPen(lineColor, lw, Qt::SolidLine, Qt::FlatCap));
+        p.drawLine(QLineF(x, arrow * 0.5, x, H - arrow * 0.5));
+        p.setPen(Qt::NoPen);
+        p.setBrush(lineColor);
+        drawArrowHead(p, QPointF(x, lw * 2), QPointF(0, -1), arrow);
+        drawArrowHead(p, QPointF(x, H - lw * 2), QPointF(0, 1), arrow);
+        p.translate(x, H * 0.5 + H * 0.125);
+        p.rotate(-90);
+        drawLabelBox(p, QPointF(0, 0), QStringLiteral("%1px").arg(s.pixelHeight), font, lineColor, box);
+    }
+    p.restore();
+}
+
+// ---------------------------------------------------------------- bottom texts
+
+// Draws a block of lines centred horizontally with its bottom at `bottom`; returns its top.
+double drawBottomBlock(QPainter &p, const Frame &f, double bottom, const QStringList &lines, double fontSize,
+                       const QColor &textColor)
+{
+    if (lines.isEmpty())
+        return bottom;
+    const QFont font = guideFont(fontSize, true);
+    const QFontMetricsF fm(font);
+    const double maxWidth = f.width * 0.8;
+    const QRectF bound = fm.boundingRect(QRectF(0, 0, maxWidth, 1e7), Qt::AlignHCenter | Qt::TextWordWrap,
+                                         lines.join(QLatin1Char('\n')));
+    const double pad = fm.height() * 0.35;
+    const QRectF box((f.width - bound.width()) / 2 - pad, bottom - bound.height() - 2 * pad, bound.width() + 2 * pad,
+                     bound.height() + 2 * pad);
+    p.save();
+    p.setRenderHint(QPainter::Antialiasing, true);
+    p.setPen(Qt::NoPen);
+    p.setBrush(QColor(0, 0, 0, 160));
+    p.drawRoundedRect(box, pad, pad);
+    p.setFont(font);
+    p.setPen(textColor);
+    p.drawText(box.adjusted(pad, pad, -pad, -pad), Qt::AlignHCenter | Qt::TextWordWrap, lines.join(QLatin1Char('\n')));
+    p.restore();
+    return box.top();
+}
+
+// ---------------------------------------------------------------- layers
+
+QPainterPath layerShapePath(const GuideLayerObject &l)
+{
+    QPainterPath path;
+    const QRectF rect(-l.width / 2, -l.height / 2, l.width, l.height);
+    if (l.isCircle()) {
+        path.addEllipse(rect);
+    } else if (l.cornerRadius > 0.0) {
+        const double r = std::min(l.cornerRadius, std::min(std::abs(l.width), std::abs(l.height)) / 2);
+        path.addRoundedRect(rect, r, r);
+    } else {
+        path.addRect(rect);
+    }
+    return path;
+}
+
+void drawImageLayer(QPainter &p, const GuideLayerObject &l)
+{
+    QImage image(l.filePath);
+    if (image.isNull())
+        return;
+    // Crops are fractions of the source removed from each side.
+    const double left = std::clamp(l.cropLeft, 0.0, 1.0);
+    const double top = std::clamp(l.cropTop, 0.0, 1.0);
+    const double right = std::clamp(l.cropRight, 0.0, 1.0 - left);
+    const double bottom = std::clamp(l.cropBottom, 0.0, 1.0 - top);
+    const QRectF source(image.width() * left, image.height() * top, image.width() * (1.0 - left - right),
+                        image.height() * (1.0 - top - bottom));
+    if (source.width() < 1.0 || source.height() < 1.0)
+        return;
+    p.save();
+    p.translate(l.centerX, l.centerY);
+    p.rotate(l.rotationDegrees);
+    p.setOpacity(std::clamp(l.opacity, 0.0, 1.0));
+    p.setRenderHint(QPainter::SmoothPixmapTransform, true);
+    p.drawImage(QRectF(-l.width / 2, -l.height / 2, l.width, l.height), image, source);
+    p.restore();
+}
+
+void drawMaskLayer(QPainter &p, const GuideLayerObject &l, const Frame &f)
+{
+    const QPainterPath shape = layerShapePath(l);
+    QTransform placement;
+    placement.translate(l.centerX, l.centerY);
+    placement.rotate(l.rotationDegrees);
+    const QPainterPath placed = placement.map(shape);
+    QPainterPath region = placed;
+    if (l.maskInverse) {
+        QPainterPath all;
+        all.addRect(QRectF(-1, -1, f.width + 2, f.height + 2));
+        region = all.subtracted(placed);
+    }
+    p.save();
+    p.setOpacity(std::clamp(l.opacity, 0.0, 1.0));
+    p.setRenderHint(QPainter::Antialiasing, true);
+    if (!l.maskWireframe) {
+        p.fillPath(region, l.fillColor);
+        p.restore();
+        return;
+    }
+    // Wireframe: the outline and U/V lines across the shape, clipped to the masked region.
+    const double thickness = std::max(0.5, l.maskWireframeThickness);
+    QPen pen(l.fillColor, thickness);
+    p.setPen(pen);
+    p.setBrush(Qt::NoBrush);
+    p.drawPath(placed);
+    p.setClipPath(region);
+    const QRectF local(-l.width / 2, -l.height / 2, l.width, l.height);
+    const int uLines = std::clamp(l.maskULines, 0, 4096);
+    const int vLines = std::clamp(l.maskVLines, 0, 4096);
+    if (l.maskInverse) {
+        // Outside the shape the lines continue the shape's grid over the whole guide.
+        p.setTransform(placement, true);
+        const double stepX = l.width / (uLines + 1);
+        const double stepY = l.height / (vLines + 1);
+        const double reach = std::hypot(f.width, f.height) * 2;
+        if (uLines > 0 && std::abs(stepX) > 0.5) {
+            for (double x = local.left(); x > -reach; x -= stepX)
+                p.drawLine(QLineF(x, -reach, x, reach));
+            for (double x = local.left() + stepX; x < reach; x += stepX)
+                p.drawLine(QLineF(x, -reach, x, reach));
+        }
+        if (vLines > 0 && std::abs(stepY) > 0.5) {
+            for (double y = local.top(); y > -reach; y -= stepY)
+                p.drawLine(QLineF(-reach, y, reach, y));
+            for (double y = local.top() + stepY; y < reach; y += stepY)
+                p.drawLine(QLineF(-reach, y, reach, y));
+        }
+    } else {
+        p.setTransform(placement, true);
+        for (int i = 1; i <= uLines; ++i) {
+            const double x = local.left() + l.width * i / (uLines + 1);
+            p.drawLine(QLineF(x, local.top(), x, local.bottom()));
+        }
+        for (int j = 1; j <= vLines; ++j) {
+            const double y = local.top() + l.height * j / (vLines + 1);
+            p.drawLine(QLineF(local.left(), y, local.right(), y));
+        }
+    }
+    p.restore();
+}
+
+void drawLayers(QPainter &p, const GuideSettings &s, const Frame &f)
+{
+    for (const GuideLayerObject &l : s.imageObjects) {
+        if (!l.visible || !(std::abs(l.width) > 0.0) || !(std::abs(l.height) > 0.0))
+            continue;
+        if (l.isMask())
+            drawMaskLayer(p, l, f);
+        else
+            drawImageLayer(p, l);
+    }
+}
+
+// ---------------------------------------------------------------- projector array
+
+QColor projectorColor(int index)
+{
+    static constexpr int hues[] = {195, 45, 120, 300, 0, 270, 170, 80};
+    return QColor::fromHsv(hues[index % 8], 200, 255, 235);
+}
+
+QString formatNumber(double value, int decimals)
+{
+    QString text = QString::number(value, 'f', decimals);
+    if (text.contains(QLatin1Char('.'))) {
+        while (text.endsWith(QLatin1Char('0')))
+            text.chop(1);
+        if (text.endsWith(QLatin1Char('.')))
+            text.chop(1);
+    }
+    return text;
+}
+
+// Drawn on the finished (rotated) image, so the array lies on the surface as it hangs.
+void drawProjectorInfo(QPainter &p, const GuideSettings &s, int width, int height, double unit, double fontScale,
+                       double bottom)
+{
+    const ProjectorArrayLayout layout = computeProjectorArray(s);
+    const double sx = width / layout.surfaceWidthMm;
+    const double sy = height / layout.surfaceHeightMm;
+    const double k = std::isfinite(s.projectorScale) && s.projectorScale > 0.0 ? std::min(s.projectorScale, 100.0) : 1.0;
+    const QPointF center(width / 2.0, height / 2.0);
+    QVector<QRectF> rects;
+    rects.reserve(layout.projectorRects.size());
+    for (const QRectF &mm : layout.projectorRects) {
+        const QRectF px(mm.x() * sx, mm.y() * sy, mm.width() * sx, mm.height() * sy);
+        rects.append(QRectF(center + (px.topLeft() - center) * k, px.size() * k));
+    }
+
+    p.save();
+    p.setRenderHint(QPainter::Antialiasing, true);
+    // Overlap zones: each pair's intersection, so zones where more images meet grow brighter.
+    p.setPen(Qt::NoPen);
+    for (int i = 0; i < rects.size(); ++i) {
+        for (int j = i + 1; j < rects.size(); ++j) {
+            const QRectF zone = rects[i].intersected(rects[j]);
+            if (zone.isValid() && zone.width() > 0.5 && zone.height() > 0.5) {
+                p.setBrush(QColor(255, 255, 255, 46));
+                p.drawRect(zone);
+                p.setBrush(QBrush(QColor(255, 255, 255, 60), Qt::BDiagPattern));
+                p.drawRect(zone);
+            }
+        }
+    }
+    const double penWidth = std::max(2.0, 4.0 * unit);
+    p.setBrush(Qt::NoBrush);
+    for (int i = 0; i < rects.size(); ++i) {
+        QPen pen(projectorColor(i), penWidth);
+        pen.setJoinStyle(Qt::MiterJoin);
+        p.setPen(pen);
+        p.drawRect(rects[i].adjusted(penWidth / 2, penWidth / 2, -penWidth / 2, -penWidth / 2));
+    }
+
+    const QSize px = projectorImagePixels(s);
+    const double labelSize = std::max(1.0, std::min(width, height) * 0.026 * fontScale);
+    const QFont labelFont = guideFont(labelSize);
+    for (int i = 0; i < rects.size(); ++i) {
+        const QRectF &r = rects[i];
+        if (s.projectorFloor) {
+            // Floor projection: the projector hangs above its image centre; mark the spot.
+            const double m = std::max(6.0, 18.0 * unit);
+            p.setPen(QPen(projectorColor(i), std::max(1.5, 2.5 * unit)));
+            p.setBrush(Qt::NoBrush);
+            p.drawEllipse(r.center(), m, m);
+            p.drawLine(QLineF(r.center() - QPointF(m * 1.5, 0), r.center() + QPointF(m * 1.5, 0)));
+            p.drawLine(QLineF(r.center() - QPointF(0, m * 1.5), r.center() + QPointF(0, m * 1.5)));
+        }
+        const QString text = QStringLiteral("PJ %1\n%2x%3px").arg(i + 1).arg(px.width()).arg(px.height());
+        const QPointF at(r.center().x(), r.top() + r.height() * 0.25);
+        QColor c = projectorColor(i);
+        c.setAlpha(255);
+        drawLabelBox(p, at, text, labelFont, c, QColor(0, 0, 0, 170));
+    }
+    p.restore();
+
+    Frame f;
+    f.width = width;
+    f.height = height;
+    QStringList lines;
+    QString array = QStringLiteral("%1 x %2 Projectors  |  Overlap %3%")
+                        .arg(layout.countX)
+                        .arg(layout.countY)
+                        .arg(formatNumber(std::max(layout.overlapX, layout.overlapY) * 100.0, 1));
+    if (s.projectorVerticalProjection)
+        array += QStringLiteral("  |  Vertical Projection");
+    if (s.projectorFloor)
+        array += QStringLiteral("  |  Floor Projection");
+    lines << array;
+    if (s.displayFinalResolutionInfo) {
+        lines << QStringLiteral("Throw Ratio %1  |  %2 %3 mm  |  Final Resolution %4x%5px")
+                     .arg(formatNumber(layout.throwRatio, 3),
+                          s.projectorFloor ? QStringLiteral("Mount Height") : QStringLiteral("Throw Distance"),
+                          formatNumber(layout.throwDistanceMm, 0))
+                     .arg(layout.effectiveResolution.width())
+                     .arg(layout.effectiveResolution.height());
+    }
+    drawBottomBlock(p, f, bottom, lines, std::max(1.0, std::min(width, height) * 0.024 * fontScale),
+                    QColor(255, 236, 150));
+}
+
+} // namespace
+
+// ---------------------------------------------------------------- public helpers
+
+QString englishRowName(int row)
+{
+    QString name;
+    for (qint64 n = std::max(row, 0); n >= 0; n = n / 26 - 1)
+        name.prepend(QChar(char16_t(u'A' + n % 26)));
+    return name;
+}
+
+QString koreanRowName(int row)
+{
+    const QStringList &syllables = koreanSyllables();
+    const int r = std::max(row, 0);
+    if (r < 56)
+        return syllables.at(r);
+    return syllables.at(r % 56) + QString::number(r / 56 + 1);
+}
+
+QString guideCellLabel(int numberTextFormat, int row, int column)
+{
+    switch (clampGuideNumberFormat(numberTextFormat)) {
+    case GuideNumberRowCol:
+        return QStringLiteral("%1-%2").arg(row + 1).arg(column + 1);
+    case GuideNumberColRow:
+        return QStringLiteral("%1-%2").arg(column + 1).arg(row + 1);
+    case GuideNumberEnglish:
+        return englishRowName(row) + QString::number(column + 1);
+    default:
+        return koreanRowName(row) + QString::number(column + 1);
+    }
+}
+
+bool guideCellsAreSquare(const GuideSettings &s)
+{
+    const double cw = double(s.pixelWidth) / guideGridColumns(s);
+    const double ch = double(s.pixelHeight) / guideGridRows(s);
+    return std::abs(cw - ch) <= 0.001;
+}
+
+QString guideSquareStatusText(bool square)
+{
+    if (QLocale::system().language() == QLocale::Korean)
+        return square ? QStringLiteral("정사각형") : QStringLiteral("정사각형 아님");
+    return square ? QStringLiteral("Square") : QStringLiteral("Not square");
+}
+
+QString guideResolutionText(const GuideSettings &s)
+{
+    return QStringLiteral("%1x%2px").arg(s.pixelWidth).arg(s.pixelHeight);
+}
+
+QString guidePhysicalSizeText(const GuideSettings &s)
+{
+    return QStringLiteral("(%1x%2mm)").arg(s.realWidth).arg(s.realHeight);
+}
+
+QString guideSizeCaption(const GuideSettings &s)
+{
+    return QStringLiteral("%1x%2px (%3x%4mm)").arg(s.pixelWidth).arg(s.pixelHeight).arg(s.realWidth).arg(s.realHeight);
+}
+
+QImage renderGuideImage(const GuideSettings &s)
+{
+    Frame f;
+    f.width = std::clamp(s.pixelWidth, 1, kMaxSide);
+    f.height = std::clamp(s.pixelHeight, 1, kMaxSide);
+    const double scale = std::isfinite(s.scale) ? std::clamp(s.scale, 0.05, 20.0) : 1.0;
+    f.unit = std::min(f.width, f.height) / 1080.0 * scale;
+    f.fontScale = std::isfinite(s.fontScale) ? std::clamp(s.fontScale, 0.01, 50.0) : 1.0;
+
+    // Painted premultiplied (the fast path) over opaque black, so every pixel ends opaque
+    // and the bytes are already those of plain ARGB32.
+    QImage image(f.width, f.height, QImage::Format_ARGB32_Premultiplied);
+    if (image.isNull())
+        return {};
+    image.fill(0xff000000u);
+
+    double explainTop = -1.0;
+    {
+        QPainter p(&image);
+        p.setRenderHint(QPainter::Antialiasing, false);
+        p.setRenderHint(QPainter::TextAntialiasing, true);
+        p.setRenderHint(QPainter::SmoothPixmapTransform, false);
+        if (s.flipH) {
+            p.scale(-1, 1);
+            p.translate(-f.width, 0);
+        }
+        drawCells(p, s, f);
+        if (s.displayCrossline)
+            drawCrossLines(p, s, f);
+        if (s.displayCenterline)
+            drawCenterLines(p, s, f);
+        if (s.displayCircle)
+            drawCircles(p, s, f);
+        if (s.displayOutline)
+            drawOutline(p, f);
+        const CenterStack stack = centerStack(f);
+        if (s.displayLogo)
+            drawLogo(p, s, f, stack);
+        drawCenterTexts(p, s, f, stack);
+        drawDimensions(p, s, f);
+        if (s.displayExplain) {
+            QStringList lines;
+            lines << guideSizeCaption(s);
+            if (!s.explain.trimmed().isEmpty())
+                lines << s.explain;
+            explainTop = drawBottomBlock(p, f, f.height - std::max(8.0, f.height * 0.03), lines,
+                                         std::max(1.0, std::min(f.width, f.height) * 0.026 * f.fontScale), Qt::white);
+        }
+        drawLayers(p, s, f);
+    }
+
+    if (s.rotate)
+        image = image.transformed(QTransform().rotate(90));
+
+    if (s.displayProjectorInfo) {
+        QPainter p(&image);
+        p.setRenderHint(QPainter::TextAntialiasing, true);
+        const int w = image.width(), h = image.height();
+        if (s.flipH) {
+            // The same mirror the guide underwent, seen on the turned image.
+            if (s.rotate) {
+                p.scale(1, -1);
+                p.translate(0, -h);
+            } else {
+                p.scale(-1, 1);
+                p.translate(-w, 0);
+            }
+        }
+        // Above the description block when both sit at the same bottom edge.
+        const double bottom = explainTop >= 0.0 && !s.rotate ? explainTop - std::max(4.0, h * 0.01)
+                                                             : h - std::max(8.0, h * 0.03);
+        drawProjectorInfo(p, s, w, h, f.unit, f.fontScale, bottom);
+    }
+
+    image.reinterpretAsFormat(QImage::Format_ARGB32);
+    return image;
+}
