@@ -226,8 +226,10 @@ struct GuideObject {
     // imported OBJ
     QString obj_path;
 
-    // Not saved: geometry read from an imported file (OBJ triangles or DXF lines), in the
-    // object's local frame. Shared between snapshots; compared by identity.
+    // Not saved: geometry read from an imported file (OBJ triangles or DXF lines), centred
+    // and divided by its half extents so that it fits -1..1 on each axis; the mesh builder
+    // multiplies it by scale_*, which the importer sets to the half extents in metres.
+    // Shared between snapshots; compared by identity.
     std::shared_ptr<const SceneMesh> imported_mesh;
 
     bool operator==(const GuideObject &other) const;

@@ -26,6 +26,8 @@ struct SceneMesh {
     std::vector<QVector3D> lines;         // wire grid: pairs of end points
     // True when every triangle edge is shared by exactly two triangles (a watertight shape).
     bool closed = false;
+    // Number of wire-grid lines (each a polyline of one or more segments in `lines`).
+    int gridLineCount = 0;
 
     bool isEmpty() const { return indices.empty() && lines.empty(); }
     int triangleCount() const { return int(indices.size() / 3); }
