@@ -1,12 +1,92 @@
+#include "app/CommandLine.h"
+#include "app/MainWindow.h"
+#include "app/UiPreferences.h"
+#include "app/VantreoProxyStyle.h"
+#include "common/GpuAdapter.h"
+
 #include <QApplication>
-#include <QMainWindow>
+#include <QDebug>
+#include <QDir>
+#include <QGuiApplication>
+#include <QIcon>
+#include <QScreen>
+#include <QSettings>
+
+namespace {
+
+const char *const kOrganisation = "VantreoSolution";
+const char *const kApplication = "VantreoGuide";
+
+} // namespace
 
 int main(int argc, char **argv)
 {
+    // The GPU choice has to be in the environment before the first GL context exists,
+    // so it is read before the application object (Mesa honours DRI_PRIME per process).
+    {
+        const QSettings settings(QSettings::NativeFormat, QSettings::UserScope, QString::fromLatin1(kOrganisation),
+                                 QString::fromLatin1(kApplication));
+        applyGpuAdapterChoiceToEnvironment(
+            settings.value(QStringLiteral("graphics/adapterKey"), QString::fromLatin1(kGpuAdapterAutoKey)).toString());
+    }
+
+    // 1. Identity and style.
     QApplication app(argc, argv);
-    QMainWindow window;
-    window.setWindowTitle(QStringLiteral("Vantreo Guide Generator"));
-    window.resize(1480, 920);
-    window.show();
-    return app.exec();
+    QApplication::setStyle(new VantreoProxyStyle);
+    QApplication::setPalette(QApplication::style()->standardPalette());
+    QApplication::setOrganizationName(QString::fromLatin1(kOrganisation));
+    QApplication::setApplicationName(QString::fromLatin1(kApplication));
+    QApplication::setApplicationVersion(QStringLiteral(VG_VERSION));
+
+    // 2. Translation; English when it cannot be loaded.
+    QString translationError;
+    const QString language = QSettings().value(QStringLiteral("ui/language"), QStringLiteral("en")).toString();
+    if (!installUiTranslation(language, &translationError))
+        qWarning().noquote() << QStringLiteral("Could not load UI translation: %1").arg(translationError);
+
+    // 3. Font and icon.
+    QApplication::setFont(storedUiFont(QSettings()));
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/assets/icon64_green.ico")));
+
+    // 4. Command line.
+    const CommandLineOptions options = parseCommandLine(QApplication::arguments(), QDir::currentPath());
+    if (!options.error.isEmpty()) {
+        qWarning().noquote() << options.error;
+        return 1;
+    }
+
+    // 5. The window.
+    MainWindow window;
+    if (options.mode != CaptureMode::None) {
+        window.setProperty("skipStartupSample", true);
+        window.setMaximumSize(1920, 1080);
+        window.resize(1480, 920);
+        window.show();
+    } else {
+        QScreen *screen = window.screen() ? window.screen() : QGuiApplication::primaryScreen();
+        const QRect available = screen ? screen->availableGeometry() : QRect(0, 0, 1920, 1080);
+        window.setGeometry(startupWindowGeometry(available));
+        window.show();
+        if (!options.projectPath.isEmpty())
+            window.openStartupProject(options.projectPath);
+    }
+
+    // 6. A capture mode runs once and ends the process; otherwise the event loop.
+    QString error;
+    switch (options.mode) {
+    case CaptureMode::None:
+        return app.exec();
+    case CaptureMode::TutorialCapture:
+        if (!window.runTutorialCapture(options.scenarioPath, &error)) {
+            qWarning().noquote() << error;
+            return 1;
+        }
+        return 0;
+    default:
+        if (!window.runCaptureMode(options.mode, options.outputDirectory, &error)) {
+            qWarning().noquote() << error;
+            return 1;
+        }
+        return 0;
+    }
 }
