@@ -73,6 +73,13 @@ void CalibrationProblem::residuals(const CalibrationParameters &p, Eigen::Vector
 {
     const int n = pointCount();
     out.resize(2 * n);
+    // The lens model's limits would quietly turn a broken value into a usable lens.
+    for (double value : p) {
+        if (!std::isfinite(value)) {
+            out.setConstant(std::numeric_limits<double>::quiet_NaN());
+            return;
+        }
+    }
     const vg::scene::LensIntrinsics lens = lensFor(p);
     const vg::scene::LensPose pose = poseFor(p);
     const Eigen::Matrix3d toLens = pose.rotation.transpose();

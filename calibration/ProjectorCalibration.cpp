@@ -56,7 +56,8 @@ QSize imageSizeFor(const GuideObject &projector, QSize requested)
     return QSize(std::max(1, size.width()), std::max(1, size.height()));
 }
 
-bool isFinitePoint(const GuideMatchedPoint &p)
+template<typename Point>
+bool isFinitePoint(const Point &p)
 {
     return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z) && std::isfinite(p.u)
            && std::isfinite(p.v);
@@ -79,9 +80,12 @@ int projectorCalibrationIterationBudget(const ProjectorCalibrationRequest &reque
     return (request.quick && !request.full) ? kQuickBudget : kFullBudget;
 }
 
-bool solveProjectorCalibration(const GuideObject &projector, const QVector<GuideMatchedPoint> &points,
-                               const ProjectorCalibrationRequest &request, ProjectorCalibrationResult *result,
-                               QString *errorMessage)
+namespace {
+
+template<typename Point>
+bool solvePoints(const GuideObject &projector, const QVector<Point> &points,
+                 const ProjectorCalibrationRequest &request, ProjectorCalibrationResult *result,
+                 QString *errorMessage)
 {
     if (!projector.isProjector())
         return fail(errorMessage, notProjectorMessage());
@@ -97,7 +101,7 @@ bool solveProjectorCalibration(const GuideObject &projector, const QVector<Guide
     observations.reserve(size_t(points.size()));
     sourceIndex.reserve(size_t(points.size()));
     for (int i = 0; i < points.size(); ++i) {
-        const GuideMatchedPoint &m = points.at(i);
+        const Point &m = points.at(i);
         if (!isFinitePoint(m))
             continue;
         observations.push_back({double(m.x), double(m.y), double(m.z), double(m.u), double(m.v)});
@@ -196,6 +200,22 @@ bool solveProjectorCalibration(const GuideObject &projector, const QVector<Guide
     if (result)
         *result = r;
     return true;
+}
+
+} // namespace
+
+bool solveProjectorCalibration(const GuideObject &projector, const QVector<GuideMatchedPoint> &points,
+                               const ProjectorCalibrationRequest &request, ProjectorCalibrationResult *result,
+                               QString *errorMessage)
+{
+    return solvePoints(projector, points, request, result, errorMessage);
+}
+
+bool solveProjectorCalibration(const GuideObject &projector, const QVector<CalibrationObservation> &points,
+                               const ProjectorCalibrationRequest &request, ProjectorCalibrationResult *result,
+                               QString *errorMessage)
+{
+    return solvePoints(projector, points, request, result, errorMessage);
 }
 
 void applyProjectorCalibration(GuideObject &projector, const ProjectorCalibrationResult &result)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "calibration/CalibrationSolver.h"
 #include "scene/Guide3DViewSettings.h"
 #include "scene/GuideObject.h"
 
@@ -67,6 +68,10 @@ int projectorCalibrationIterationBudget(const ProjectorCalibrationRequest &reque
 // flag is for the scene-level operations). False with one of the user-visible failure
 // texts in message.
 bool solveProjectorCalibration(const GuideObject &projector, const QVector<GuideMatchedPoint> &points,
+                               const ProjectorCalibrationRequest &request, ProjectorCalibrationResult *result,
+                               QString *message);
+// The same for points already in double precision (scripts, tests).
+bool solveProjectorCalibration(const GuideObject &projector, const QVector<CalibrationObservation> &points,
                                const ProjectorCalibrationRequest &request, ProjectorCalibrationResult *result,
                                QString *message);
 
