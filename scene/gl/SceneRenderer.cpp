@@ -299,7 +299,6 @@ struct SceneRenderer::Private {
         const Eigen::Matrix3d rotation = vg::scene::objectRotation(object);
         const Eigen::Vector3d light = Eigen::Vector3d(0.35, 0.85, 0.45).normalized();
         const QColor base = objectBaseColor(object);
-        const int quarterTurns = ((int(std::lround(object.uv_rotation)) % 4) + 4) % 4;
         std::vector<float> out;
         out.reserve(mesh.vertices.size() * kFloatsPerVertex);
         for (const SceneVertex &v : mesh.vertices) {
@@ -307,13 +306,7 @@ struct SceneRenderer::Private {
             const double len = n.norm();
             const double lambert = len > 1e-9 ? std::abs(n.dot(light)) / len : 0.5;
             const float shade = float(0.42 + 0.58 * lambert);
-            float u = v.u, tv = v.v;
-            for (int i = 0; i < quarterTurns; ++i) {
-                const float nu = 1.0f - tv;
-                tv = u;
-                u = nu;
-            }
-            out.insert(out.end(), {v.px, v.py, v.pz, u, tv, float(base.redF()) * shade, float(base.greenF()) * shade,
+            out.insert(out.end(), {v.px, v.py, v.pz, v.u, v.v, float(base.redF()) * shade, float(base.greenF()) * shade,
                                    float(base.blueF()) * shade, 1.0f});
         }
         return out;
