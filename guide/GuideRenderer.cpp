@@ -3,6 +3,9 @@
 #include "guide/ProjectorLayout.h"
 
 #include <QFontDatabase>
+#include <QHash>
+#include <QThread>
+#include <QtConcurrent/QtConcurrentMap>
 #include <QFontMetricsF>
 #include <QLocale>
 #include <QPainter>
@@ -10,6 +13,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <functional>
 #include <cmath>
 #include <mutex>
 
@@ -116,47 +120,131 @@ struct Frame {
 
 // ---------------------------------------------------------------- cells
 
-void drawCells(QPainter &p, const GuideSettings &s, const Frame &f)
+// Cell labels are blitted from glyph images rendered once per guide: the painter draws
+// glyphs above 64 px as paths, which on an 8K guide costs more than everything else.
+struct LabelAtlas {
+    struct Glyph {
+        QImage image;
+        QPoint offset; // image top-left relative to the pen position on the baseline
+        double advance = 0.0;
+    };
+    QHash<char16_t, Glyph> glyphs;
+    double ascent = 0.0;
+    double height = 0.0;
+    bool valid = false;
+
+    double width(const QString &text) const
+    {
+        double w = 0.0;
+        for (QChar ch : text)
+            w += glyphs.value(ch.unicode()).advance;
+        return w;
+    }
+};
+
+struct CellGrid {
+    int columns = 1;
+    int rows = 1;
+    double cellWidth = 1.0;
+    double cellHeight = 1.0;
+    int format = 0;
+    LabelAtlas labels;
+};
+
+CellGrid prepareCells(const GuideSettings &s, const Frame &f)
 {
-    const int columns = guideGridColumns(s);
-    const int rows = guideGridRows(s);
-    const double cw = double(f.width) / columns;
-    const double ch = double(f.height) / rows;
+    CellGrid g;
+    g.columns = guideGridColumns(s);
+    g.rows = guideGridRows(s);
+    g.cellWidth = double(f.width) / g.columns;
+    g.cellHeight = double(f.height) / g.rows;
+    g.format = clampGuideNumberFormat(s.numberTextFormat);
+    if (!s.displayNumber)
+        return g;
+
+    // One size for every label: the longest labels sit in the last row and column.
+    double size = std::min(g.cellWidth, g.cellHeight) * 0.3 * f.fontScale;
+    QFont font = guideFont(size);
+    {
+        const QFontMetricsF fm(font);
+        double widest = 0.0;
+        for (int c = 0; c < g.columns; c += std::max(1, g.columns / 64))
+            widest = std::max(widest, fm.horizontalAdvance(guideCellLabel(g.format, g.rows - 1, c)));
+        for (int r = 0; r < g.rows; r += std::max(1, g.rows / 64))
+            widest = std::max(widest, fm.horizontalAdvance(guideCellLabel(g.format, r, g.columns - 1)));
+        widest = std::max(widest, fm.horizontalAdvance(guideCellLabel(g.format, g.rows - 1, g.columns - 1)));
+        if (widest > g.cellWidth * 0.86)
+            size *= g.cellWidth * 0.86 / widest;
+    }
+    if (size < 1.0)
+        return g;
+    font = guideFont(size);
+    const QFontMetricsF fm(font);
+    g.labels.ascent = fm.ascent();
+    g.labels.height = fm.height();
+
+    QString characters = QStringLiteral("0123456789-ABCDEFGHIJKLMNOPQRSTUVWXYZ");
+    for (const QString &syllable : koreanSyllables())
+        characters += syllable;
+    const QColor color(255, 255, 255, 225);
+    for (QChar ch : characters) {
+        LabelAtlas::Glyph glyph;
+        glyph.advance = fm.horizontalAdvance(ch);
+        const QRect box = fm.boundingRect(ch).toAlignedRect().adjusted(-2, -2, 2, 2);
+        glyph.offset = box.topLeft();
+        glyph.image = QImage(std::max(1, box.width()), std::max(1, box.height()), QImage::Format_ARGB32_Premultiplied);
+        glyph.image.fill(Qt::transparent);
+        QPainter gp(&glyph.image);
+        gp.setRenderHint(QPainter::TextAntialiasing, true);
+        gp.setFont(font);
+        gp.setPen(color);
+        gp.drawText(QPointF(-box.left(), -box.top()), QString(ch));
+        gp.end();
+        g.labels.glyphs.insert(ch.unicode(), glyph);
+    }
+    g.labels.valid = true;
+    return g;
+}
+
+void drawLabel(QPainter &p, const LabelAtlas &atlas, const QRectF &cell, const QString &text)
+{
+    double x = cell.center().x() - atlas.width(text) / 2.0;
+    const double baseline = cell.center().y() - atlas.height / 2.0 + atlas.ascent;
+    for (QChar ch : text) {
+        const auto it = atlas.glyphs.constFind(ch.unicode());
+        if (it == atlas.glyphs.constEnd())
+            continue;
+        p.drawImage(QPoint(int(std::lround(x)) + it->offset.x(), int(std::lround(baseline)) + it->offset.y()),
+                    it->image);
+        x += it->advance;
+    }
+}
+
+// band: the device rows being painted; cells outside it are skipped.
+void drawCells(QPainter &p, const GuideSettings &s, const Frame &f, const CellGrid &g, const QRect &band)
+{
+    const int columns = g.columns;
+    const int rows = g.rows;
+    const double cw = g.cellWidth;
+    const double ch = g.cellHeight;
     const int fillW = int(std::ceil(cw));
     const int fillH = int(std::ceil(ch));
     const QColor light = lightLineColor(clampGuidePattern(s.guidePattern));
-
-    QFont labelFont;
-    bool drawLabels = s.displayNumber;
-    const int format = clampGuideNumberFormat(s.numberTextFormat);
-    if (drawLabels) {
-        // One size for every label: the longest labels sit in the last row and column.
-        double size = std::min(cw, ch) * 0.3 * f.fontScale;
-        labelFont = guideFont(size);
-        const QFontMetricsF fm(labelFont);
-        double widest = 0.0;
-        for (int c = 0; c < columns; c += std::max(1, columns / 64))
-            widest = std::max(widest, fm.horizontalAdvance(guideCellLabel(format, rows - 1, c)));
-        for (int r = 0; r < rows; r += std::max(1, rows / 64))
-            widest = std::max(widest, fm.horizontalAdvance(guideCellLabel(format, r, columns - 1)));
-        widest = std::max(widest, fm.horizontalAdvance(guideCellLabel(format, rows - 1, columns - 1)));
-        if (widest > cw * 0.86)
-            size *= cw * 0.86 / widest;
-        labelFont = guideFont(size);
-        drawLabels = size >= 1.0;
-    }
-    p.setFont(labelFont);
-    const QColor labelColor(255, 255, 255, 225);
     const int innerWidth = std::max(1, int(std::lround(f.unit)));
     QColor inner = light;
     inner.setAlpha(light.alpha() / 2);
 
-    for (int c = 0; c < columns; ++c) {
-        const double x = s.inverseX ? f.width - (c + 1) * cw : c * cw;
-        for (int r = 0; r < rows; ++r) {
-            const double y = s.inverseY ? f.height - (r + 1) * ch : r * ch;
-            const QRect cell(int(std::floor(x)), int(std::floor(y)), fillW, fillH);
-            p.fillRect(cell, guideCellColor(s, c, r, columns, rows));
+    for (int r = 0; r < rows; ++r) {
+        const double y = s.inverseY ? f.height - (r + 1) * ch : r * ch;
+        const int top = int(std::floor(y));
+        if (top + fillH < band.top() - 1 || top > band.bottom() + 1)
+            continue;
+        for (int c = 0; c < columns; ++c) {
+            const double x = s.inverseX ? f.width - (c + 1) * cw : c * cw;
+            const QRect cell(int(std::floor(x)), top, fillW, fillH);
+            QColor color = guideCellColor(s, c, r, columns, rows);
+            color.setAlpha(255);
+            p.fillRect(cell, color);
             if (s.displayInnerline) {
                 // A cross through the cell centre halves each cell for finer alignment.
                 const QRectF exact(x, y, cw, ch);
@@ -165,10 +253,8 @@ void drawCells(QPainter &p, const GuideSettings &s, const Frame &f)
                 p.fillRect(QRect(cx, cell.top(), innerWidth, fillH), inner);
                 p.fillRect(QRect(cell.left(), cy, fillW, innerWidth), inner);
             }
-            if (drawLabels) {
-                p.setPen(labelColor);
-                p.drawText(QRectF(x, y, cw, ch), Qt::AlignCenter, guideCellLabel(format, r, c));
-            }
+            if (g.labels.valid)
+                drawLabel(p, g.labels, QRectF(x, y, cw, ch), guideCellLabel(g.format, r, c));
         }
     }
 
@@ -274,28 +360,35 @@ QImage loadLogo(const GuideSettings &s)
     return logo;
 }
 
-void drawLogo(QPainter &p, const GuideSettings &s, const Frame &f, const CenterStack &stack)
+// The logo fitted into its box, scaled once with filtering; the painter draws it unfiltered.
+QImage prepareLogo(const GuideSettings &s, const Frame &f)
 {
     const QImage logo = loadLogo(s);
     if (logo.isNull() || logo.width() <= 0 || logo.height() <= 0)
-        return;
-    const double scale = std::clamp(s.scale, 0.05, 20.0);
-    double boxW = f.width * 0.22 * scale;
-    double boxH = f.height * 0.16 * scale;
+        return {};
+    const double scale = std::isfinite(s.scale) ? std::clamp(s.scale, 0.05, 20.0) : 1.0;
+    const double boxW = f.width * 0.22 * scale;
+    const double boxH = f.height * 0.16 * scale;
     const double aspect = double(logo.width()) / logo.height();
     double w = boxW, h = boxW / aspect;
     if (h > boxH) {
         h = boxH;
         w = h * aspect;
     }
-    const int iw = std::max(1, int(std::lround(w)));
-    const int ih = std::max(1, int(std::lround(h)));
-    // Scaled once with filtering here; the painter itself draws unfiltered.
-    const QImage scaled = logo.scaled(iw, ih, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    const int iw = std::clamp(int(std::lround(w)), 1, kMaxSide);
+    const int ih = std::clamp(int(std::lround(h)), 1, kMaxSide);
+    return logo.scaled(iw, ih, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+        .convertToFormat(QImage::Format_ARGB32_Premultiplied);
+}
+
+void drawLogo(QPainter &p, const GuideSettings &s, const Frame &f, const CenterStack &stack, const QImage &logo)
+{
+    if (logo.isNull())
+        return;
     const double bottom = stack.resolutionRect.top() - stack.resolutionSize * 0.2;
     p.save();
     p.setOpacity(std::clamp(s.logoOpacity, 0.0, 1.0));
-    p.drawImage(QPointF(std::floor((f.width - iw) / 2.0), std::floor(bottom - ih)), scaled);
+    p.drawImage(QPointF(std::floor((f.width - logo.width()) / 2.0), std::floor(bottom - logo.height())), logo);
     p.restore();
 }
 
@@ -363,6 +456,21 @@ void drawDimensions(QPainter &p, const GuideSettings &s, const Frame &f)
 
 // ---------------------------------------------------------------- bottom texts
 
+QRectF bottomBlockText(const Frame &f, const QStringList &lines, double fontSize)
+{
+    const QFontMetricsF fm(guideFont(fontSize, true));
+    return fm.boundingRect(QRectF(0, 0, f.width * 0.8, 1e7), Qt::AlignHCenter | Qt::TextWordWrap,
+                           lines.join(QLatin1Char('\n')));
+}
+
+double bottomBlockHeight(const Frame &f, const QStringList &lines, double fontSize)
+{
+    if (lines.isEmpty())
+        return 0.0;
+    const QFontMetricsF fm(guideFont(fontSize, true));
+    return bottomBlockText(f, lines, fontSize).height() + 2 * fm.height() * 0.35;
+}
+
 // Draws a block of lines centred horizontally with its bottom at `bottom`; returns its top.
 double drawBottomBlock(QPainter &p, const Frame &f, double bottom, const QStringList &lines, double fontSize,
                        const QColor &textColor)
@@ -406,9 +514,8 @@ QPainterPath layerShapePath(const GuideLayerObject &l)
     return path;
 }
 
-void drawImageLayer(QPainter &p, const GuideLayerObject &l)
+void drawImageLayer(QPainter &p, const GuideLayerObject &l, const QImage &image)
 {
-    QImage image(l.filePath);
     if (image.isNull())
         return;
     // Crops are fractions of the source removed from each side.
@@ -466,13 +573,13 @@ void drawMaskLayer(QPainter &p, const GuideLayerObject &l, const Frame &f)
         const double stepX = l.width / (uLines + 1);
         const double stepY = l.height / (vLines + 1);
         const double reach = std::hypot(f.width, f.height) * 2;
-        if (uLines > 0 && std::abs(stepX) > 0.5) {
+        if (uLines > 0 && std::abs(stepX) > std::max(0.5, reach / 2048)) {
             for (double x = local.left(); x > -reach; x -= stepX)
                 p.drawLine(QLineF(x, -reach, x, reach));
             for (double x = local.left() + stepX; x < reach; x += stepX)
                 p.drawLine(QLineF(x, -reach, x, reach));
         }
-        if (vLines > 0 && std::abs(stepY) > 0.5) {
+        if (vLines > 0 && std::abs(stepY) > std::max(0.5, reach / 2048)) {
             for (double y = local.top(); y > -reach; y -= stepY)
                 p.drawLine(QLineF(-reach, y, reach, y));
             for (double y = local.top() + stepY; y < reach; y += stepY)
@@ -492,15 +599,17 @@ void drawMaskLayer(QPainter &p, const GuideLayerObject &l, const Frame &f)
     p.restore();
 }
 
-void drawLayers(QPainter &p, const GuideSettings &s, const Frame &f)
+// images: one per layer, loaded once per render (null for masks and missing files).
+void drawLayers(QPainter &p, const GuideSettings &s, const Frame &f, const QVector<QImage> &images)
 {
-    for (const GuideLayerObject &l : s.imageObjects) {
+    for (int i = 0; i < s.imageObjects.size(); ++i) {
+        const GuideLayerObject &l = s.imageObjects.at(i);
         if (!l.visible || !(std::abs(l.width) > 0.0) || !(std::abs(l.height) > 0.0))
             continue;
         if (l.isMask())
             drawMaskLayer(p, l, f);
         else
-            drawImageLayer(p, l);
+            drawImageLayer(p, l, images.value(i));
     }
 }
 
@@ -675,8 +784,80 @@ QString guideSizeCaption(const GuideSettings &s)
     return QStringLiteral("%1x%2px (%3x%4mm)").arg(s.pixelWidth).arg(s.pixelHeight).arg(s.realWidth).arg(s.realHeight);
 }
 
+namespace {
+
+// Paints into horizontal bands of the image on the thread pool, each band its own
+// painter translated by whole pixels. The bands depend on the image height alone, never
+// on the thread count, so every machine produces the same bytes (antialiased edges that
+// cross a band boundary may round differently than under one painter).
+void paintInBands(QImage &image, int threads, const std::function<void(QPainter &, const QRect &)> &paint)
+{
+    const int height = image.height();
+    const int bandCount = std::clamp(height / 64, 1, 8);
+    uchar *bits = image.bits();
+    const qsizetype bpl = image.bytesPerLine();
+    QVector<QRect> bands;
+    for (int i = 0; i < bandCount; ++i) {
+        const int y0 = int(qint64(height) * i / bandCount);
+        const int y1 = int(qint64(height) * (i + 1) / bandCount);
+        bands.append(QRect(0, y0, image.width(), y1 - y0));
+    }
+    auto run = [&](const QRect &band) {
+        QImage sub(bits + band.y() * bpl, image.width(), band.height(), bpl, image.format());
+        QPainter p(&sub);
+        p.translate(0, -band.y());
+        paint(p, band);
+    };
+    if (bandCount == 1 || threads <= 1)
+        std::for_each(bands.begin(), bands.end(), run);
+    else
+        QtConcurrent::blockingMap(bands, run);
+}
+
+// A quarter turn clockwise, in tiles on the thread pool.
+QImage rotateClockwise(const QImage &source, int threads)
+{
+    const int w = source.width(), h = source.height();
+    QImage out(h, w, source.format());
+    if (out.isNull())
+        return {};
+    const uchar *src = source.constBits();
+    const qsizetype srcBpl = source.bytesPerLine();
+    uchar *dst = out.bits();
+    const qsizetype dstBpl = out.bytesPerLine();
+    constexpr int tile = 64;
+    QVector<int> stripes; // output rows in stripes of one tile
+    for (int y = 0; y < w; y += tile)
+        stripes.append(y);
+    auto run = [&](int yo0) {
+        const int yo1 = std::min(yo0 + tile, w);
+        for (int xo0 = 0; xo0 < h; xo0 += tile) {
+            const int xo1 = std::min(xo0 + tile, h);
+            for (int yo = yo0; yo < yo1; ++yo) {
+                quint32 *line = reinterpret_cast<quint32 *>(dst + yo * dstBpl);
+                for (int xo = xo0; xo < xo1; ++xo)
+                    line[xo] = reinterpret_cast<const quint32 *>(src + (h - 1 - xo) * srcBpl)[yo];
+            }
+        }
+    };
+    if (threads <= 1)
+        std::for_each(stripes.begin(), stripes.end(), run);
+    else
+        QtConcurrent::blockingMap(stripes, run);
+    return out;
+}
+
+} // namespace
+
 QImage renderGuideImage(const GuideSettings &s)
 {
+    return renderGuideImage(s, 0);
+}
+
+QImage renderGuideImage(const GuideSettings &s, int threads)
+{
+    if (threads <= 0)
+        threads = std::max(1, QThread::idealThreadCount());
     Frame f;
     f.width = std::clamp(s.pixelWidth, 1, kMaxSide);
     f.height = std::clamp(s.pixelHeight, 1, kMaxSide);
@@ -689,11 +870,31 @@ QImage renderGuideImage(const GuideSettings &s)
     QImage image(f.width, f.height, QImage::Format_ARGB32_Premultiplied);
     if (image.isNull())
         return {};
-    image.fill(0xff000000u);
 
+    // Everything the bands share is prepared once.
+    const CellGrid grid = prepareCells(s, f);
+    const CenterStack stack = centerStack(f);
+    const QImage logo = s.displayLogo ? prepareLogo(s, f) : QImage();
+    QVector<QImage> layerImages(s.imageObjects.size());
+    for (int i = 0; i < s.imageObjects.size(); ++i) {
+        const GuideLayerObject &l = s.imageObjects.at(i);
+        if (l.visible && !l.isMask() && !l.filePath.isEmpty())
+            layerImages[i] = QImage(l.filePath);
+    }
+    QStringList explainLines;
+    if (s.displayExplain) {
+        explainLines << guideSizeCaption(s);
+        if (!s.explain.trimmed().isEmpty())
+            explainLines << s.explain;
+    }
+    const double explainBottom = f.height - std::max(8.0, f.height * 0.03);
+    const double explainFont = std::max(1.0, std::min(f.width, f.height) * 0.026 * f.fontScale);
     double explainTop = -1.0;
-    {
-        QPainter p(&image);
+    if (s.displayExplain)
+        explainTop = explainBottom - bottomBlockHeight(f, explainLines, explainFont);
+
+    paintInBands(image, threads, [&](QPainter &p, const QRect &band) {
+        p.fillRect(band, QColor(0, 0, 0));
         p.setRenderHint(QPainter::Antialiasing, false);
         p.setRenderHint(QPainter::TextAntialiasing, true);
         p.setRenderHint(QPainter::SmoothPixmapTransform, false);
@@ -701,7 +902,7 @@ QImage renderGuideImage(const GuideSettings &s)
             p.scale(-1, 1);
             p.translate(-f.width, 0);
         }
-        drawCells(p, s, f);
+        drawCells(p, s, f, grid, band);
         if (s.displayCrossline)
             drawCrossLines(p, s, f);
         if (s.displayCenterline)
@@ -710,43 +911,40 @@ QImage renderGuideImage(const GuideSettings &s)
             drawCircles(p, s, f);
         if (s.displayOutline)
             drawOutline(p, f);
-        const CenterStack stack = centerStack(f);
         if (s.displayLogo)
-            drawLogo(p, s, f, stack);
+            drawLogo(p, s, f, stack, logo);
         drawCenterTexts(p, s, f, stack);
         drawDimensions(p, s, f);
-        if (s.displayExplain) {
-            QStringList lines;
-            lines << guideSizeCaption(s);
-            if (!s.explain.trimmed().isEmpty())
-                lines << s.explain;
-            explainTop = drawBottomBlock(p, f, f.height - std::max(8.0, f.height * 0.03), lines,
-                                         std::max(1.0, std::min(f.width, f.height) * 0.026 * f.fontScale), Qt::white);
-        }
-        drawLayers(p, s, f);
+        if (s.displayExplain)
+            drawBottomBlock(p, f, explainBottom, explainLines, explainFont, Qt::white);
+        drawLayers(p, s, f, layerImages);
+    });
+
+    if (s.rotate) {
+        image = rotateClockwise(image, threads);
+        if (image.isNull())
+            return {};
     }
 
-    if (s.rotate)
-        image = image.transformed(QTransform().rotate(90));
-
     if (s.displayProjectorInfo) {
-        QPainter p(&image);
-        p.setRenderHint(QPainter::TextAntialiasing, true);
         const int w = image.width(), h = image.height();
-        if (s.flipH) {
-            // The same mirror the guide underwent, seen on the turned image.
-            if (s.rotate) {
-                p.scale(1, -1);
-                p.translate(0, -h);
-            } else {
-                p.scale(-1, 1);
-                p.translate(-w, 0);
-            }
-        }
         // Above the description block when both sit at the same bottom edge.
         const double bottom = explainTop >= 0.0 && !s.rotate ? explainTop - std::max(4.0, h * 0.01)
                                                              : h - std::max(8.0, h * 0.03);
-        drawProjectorInfo(p, s, w, h, f.unit, f.fontScale, bottom);
+        paintInBands(image, threads, [&](QPainter &p, const QRect &) {
+            p.setRenderHint(QPainter::TextAntialiasing, true);
+            if (s.flipH) {
+                // The same mirror the guide underwent, seen on the turned image.
+                if (s.rotate) {
+                    p.scale(1, -1);
+                    p.translate(0, -h);
+                } else {
+                    p.scale(-1, 1);
+                    p.translate(-w, 0);
+                }
+            }
+            drawProjectorInfo(p, s, w, h, f.unit, f.fontScale, bottom);
+        });
     }
 
     image.reinterpretAsFormat(QImage::Format_ARGB32);

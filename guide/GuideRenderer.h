@@ -9,6 +9,9 @@
 // rotated), 32-bit ARGB, fully opaque. A pure function of the settings; safe to call
 // from any thread. Returns a null image only when the image cannot be allocated.
 QImage renderGuideImage(const GuideSettings &settings);
+// The same on at most `threads` threads (<= 0: the machine's cores); every count gives
+// the same pixels.
+QImage renderGuideImage(const GuideSettings &settings, int threads);
 
 // Cell label of zero-based row and column in the given "number_text_format".
 QString guideCellLabel(int numberTextFormat, int row, int column);

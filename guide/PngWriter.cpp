@@ -107,7 +107,7 @@ void encodeBand(const QImage &image, bool alpha, int level, Band *band)
     band->adler = quint32(libdeflate_adler32(1, filtered.data(), filtered.size()));
 
     z_stream zs{};
-    if (deflateInit2(&zs, level, Z_DEFLATED, -15, 9, Z_RLE) != Z_OK)
+    if (deflateInit2(&zs, level, Z_DEFLATED, -15, 9, Z_DEFAULT_STRATEGY) != Z_OK)
         return;
     band->compressed.resize(qsizetype(deflateBound(&zs, uLong(filtered.size())) + 16));
     zs.next_in = filtered.data();

@@ -1,0 +1,124 @@
+// Guide rendering and PNG export at the sizes installers use, with every drawing switch on,
+// against Qt's own PNG writer on the same image.
+#include "guide/GuideRenderer.h"
+#include "guide/PngWriter.h"
+
+#include <QBuffer>
+#include <QDir>
+#include <QGuiApplication>
+#include <QImageWriter>
+
+#include <benchmark/benchmark.h>
+
+namespace {
+
+GuideSettings allSwitchesOn(int width, int height)
+{
+    GuideSettings s;
+    s.pixelWidth = width;
+    s.pixelHeight = height;
+    s.realWidth = width;
+    s.realHeight = height;
+    s.displayCircle = true;
+    s.displayCrossline = true;
+    s.displayInnerline = true;
+    s.displaySquareStatus = true;
+    s.displayProjectorInfo = true;
+    s.projectorCount = 3;
+    s.projectorCountY = 2;
+    s.explain = QStringLiteral("Main hall, north wall. Projectors hang 4.2 m above the floor.");
+    GuideLayerObject mask;
+    mask.type = QStringLiteral("mask");
+    mask.maskShape = QStringLiteral("circle");
+    mask.centerX = width * 0.8;
+    mask.centerY = height * 0.7;
+    mask.width = mask.height = height * 0.2;
+    mask.maskWireframe = true;
+    mask.maskULines = 6;
+    mask.maskVLines = 6;
+    mask.fillColor = QColor(255, 255, 255);
+    s.imageObjects.append(mask);
+    return s;
+}
+
+const QImage &cachedGuide(int width, int height)
+{
+    static QMap<int, QImage> cache;
+    auto it = cache.find(width);
+    if (it == cache.end())
+        it = cache.insert(width, renderGuideImage(allSwitchesOn(width, height)));
+    return *it;
+}
+
+QString outputPath()
+{
+    return QDir::temp().filePath(QStringLiteral("vg_bench_guide_export.png"));
+}
+
+void BM_RenderGuide(benchmark::State &state)
+{
+    const GuideSettings s = allSwitchesOn(int(state.range(0)), int(state.range(1)));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(renderGuideImage(s));
+}
+
+void BM_EncodePng(benchmark::State &state)
+{
+    const QImage &image = cachedGuide(int(state.range(0)), int(state.range(1)));
+    qint64 size = 0;
+    for (auto _ : state) {
+        const QByteArray png = encodePng(image);
+        size = png.size();
+        benchmark::DoNotOptimize(png.constData());
+    }
+    state.counters["png_bytes"] = double(size);
+}
+
+void BM_RenderAndExport(benchmark::State &state)
+{
+    const GuideSettings s = allSwitchesOn(int(state.range(0)), int(state.range(1)));
+    const QString path = outputPath();
+    for (auto _ : state) {
+        QString error;
+        if (!writeGuidePng(renderGuideImage(s), path, &error))
+            state.SkipWithError(error.toUtf8().constData());
+    }
+    QFile::remove(path);
+}
+
+void BM_QtImageWriterPng(benchmark::State &state)
+{
+    const QImage &image = cachedGuide(int(state.range(0)), int(state.range(1)));
+    qint64 size = 0;
+    for (auto _ : state) {
+        QBuffer buffer;
+        buffer.open(QIODevice::WriteOnly);
+        QImageWriter writer(&buffer, "png");
+        writer.write(image);
+        size = buffer.size();
+    }
+    state.counters["png_bytes"] = double(size);
+}
+
+void sizes(benchmark::internal::Benchmark *b)
+{
+    b->Args({1920, 1200})->Args({3840, 2160})->Args({7680, 4320})->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
+}
+
+} // namespace
+
+BENCHMARK(BM_RenderGuide)->Apply(sizes);
+BENCHMARK(BM_EncodePng)->Apply(sizes);
+BENCHMARK(BM_RenderAndExport)->Apply(sizes);
+BENCHMARK(BM_QtImageWriterPng)->Apply(sizes);
+
+int main(int argc, char **argv)
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
