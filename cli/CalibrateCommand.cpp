@@ -1,0 +1,206 @@
+#include "cli/CliCommand.h"
+
+#include "calibration/ProjectorCalibration.h"
+#include "project/ProjectFile.h"
+
+#include <QFile>
+#include <QLocale>
+#include <QRegularExpression>
+
+#include <cmath>
+
+namespace {
+
+const CliCommand &calibrateCommand();
+
+// Numbers as JSON writes them: shortest text that reads back the same; null when not finite.
+QString jsonNumber(double value)
+{
+    if (!std::isfinite(value))
+        return QStringLiteral("null");
+    return QString::number(value, 'g', QLocale::FloatingPointShortest);
+}
+
+QString jsonTriple(const std::array<double, 3> &v)
+{
+    return QStringLiteral("[%1, %2, %3]").arg(jsonNumber(v[0]), jsonNumber(v[1]), jsonNumber(v[2]));
+}
+
+// Splits "a,b,c" into exactly `count` numbers.
+bool parseNumbers(const QString &text, int count, QVector<double> *values)
+{
+    const QStringList parts = text.split(QLatin1Char(','));
+    if (parts.size() != count)
+        return false;
+    values->clear();
+    for (const QString &part : parts) {
+        bool ok = false;
+        const double v = part.trimmed().toDouble(&ok);
+        if (!ok)
+            return false;
+        values->append(v);
+    }
+    return true;
+}
+
+// One match a line: x,y,z,u,v. Blank lines are skipped, and the first line that holds
+// anything may be a header.
+bool readMatchedPoints(const QString &path, QVector<GuideMatchedPoint> *points, QString *error)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        *error = QStringLiteral("Could not read %1: %2").arg(path, file.errorString());
+        return false;
+    }
+    int lineNumber = 0;
+    bool seenContent = false;
+    while (!file.atEnd()) {
+        const QString line = QString::fromUtf8(file.readLine()).trimmed();
+        ++lineNumber;
+        if (line.isEmpty())
+            continue;
+        const bool first = !seenContent;
+        seenContent = true;
+        QVector<double> v;
+        if (!parseNumbers(line, 5, &v)) {
+            if (first)
+                continue;   // header
+            *error = QStringLiteral("%1 line %2: expected x,y,z,u,v, got \"%3\".").arg(path).arg(lineNumber).arg(line);
+            return false;
+        }
+        points->append(GuideMatchedPoint{float(v[0]), float(v[1]), float(v[2]), float(v[3]), float(v[4])});
+    }
+    return true;
+}
+
+QString resultJson(const ProjectorCalibrationResult &r)
+{
+    QString residuals;
+    for (int i = 0; i < r.residuals.size(); ++i) {
+        if (i > 0)
+            residuals += QStringLiteral(", ");
+        residuals += QStringLiteral("[%1, %2]").arg(jsonNumber(r.residuals[i].du), jsonNumber(r.residuals[i].dv));
+    }
+    QString text;
+    text += QStringLiteral("{\n");
+    text += QStringLiteral("    \"rms\": %1,\n").arg(jsonNumber(r.rmsError));
+    text += QStringLiteral("    \"iterations\": %1,\n").arg(r.iterations);
+    text += QStringLiteral("    \"points\": %1,\n").arg(r.pointCount);
+    text += QStringLiteral("    \"throw_ratio\": %1,\n").arg(jsonNumber(r.throwRatio));
+    text += QStringLiteral("    \"lens_shift_x\": %1,\n").arg(jsonNumber(r.lensShiftX));
+    text += QStringLiteral("    \"lens_shift_y\": %1,\n").arg(jsonNumber(r.lensShiftY));
+    text += QStringLiteral("    \"h_fov_deg\": %1,\n").arg(jsonNumber(r.horizontalFovDegrees));
+    text += QStringLiteral("    \"translate\": %1,\n").arg(jsonTriple(r.pose.translate));
+    text += QStringLiteral("    \"rotate\": %1,\n").arg(jsonTriple(r.pose.rotate));
+    text += QStringLiteral("    \"residuals\": [%1]\n").arg(residuals);
+    text += QStringLiteral("}\n");
+    return text;
+}
+
+int runCalibrate(const QStringList &args, CliContext &ctx)
+{
+    CliArgs parsed(args,
+                   {QStringLiteral("--view"), QStringLiteral("--projector"), QStringLiteral("--points"),
+                    QStringLiteral("--image-size"), QStringLiteral("--start"), QStringLiteral("-o")},
+                   {QStringLiteral("--quick"), QStringLiteral("--no-throw-ratio"), QStringLiteral("--no-lens-shift"),
+                    QStringLiteral("--apply")});
+    const int viewIndex = parsed.intValue(QStringLiteral("--view"), -1);
+    const int projectorIndex = parsed.intValue(QStringLiteral("--projector"), -1);
+    if (!parsed.ok())
+        return cliUsageError(ctx, calibrateCommand(), parsed.error());
+    if (parsed.positionals().size() != 1)
+        return cliUsageError(ctx, calibrateCommand(), QStringLiteral("Give exactly one project file."));
+    if (!parsed.has(QStringLiteral("--view")) || !parsed.has(QStringLiteral("--projector"))
+        || !parsed.has(QStringLiteral("--points")))
+        return cliUsageError(ctx, calibrateCommand(), QStringLiteral("--view, --projector and --points are required."));
+    const bool apply = parsed.has(QStringLiteral("--apply"));
+    if (apply != parsed.has(QStringLiteral("-o")))
+        return cliUsageError(ctx, calibrateCommand(), QStringLiteral("--apply and -o <out.vgs> go together."));
+
+    ProjectorCalibrationRequest request;
+    request.projectorIndex = projectorIndex;
+    request.quick = parsed.has(QStringLiteral("--quick"));
+    request.full = !request.quick;
+    request.apply = apply;
+    request.adjust_throw_ratio = !parsed.has(QStringLiteral("--no-throw-ratio"));
+    request.adjust_lens_shift = !parsed.has(QStringLiteral("--no-lens-shift"));
+    if (parsed.has(QStringLiteral("--image-size"))) {
+        static const QRegularExpression sizePattern(QStringLiteral("^\\s*(\\d{1,6})\\s*[xX]\\s*(\\d{1,6})\\s*$"));
+        const QRegularExpressionMatch m = sizePattern.match(parsed.value(QStringLiteral("--image-size")));
+        if (!m.hasMatch() || m.captured(1).toInt() < 1 || m.captured(2).toInt() < 1)
+            return cliUsageError(ctx, calibrateCommand(),
+                                 QStringLiteral("--image-size takes WxH with two whole numbers of at least 1."));
+        request.imageSize = QSize(m.captured(1).toInt(), m.captured(2).toInt());
+    }
+    if (parsed.has(QStringLiteral("--start"))) {
+        QVector<double> v;
+        if (!parseNumbers(parsed.value(QStringLiteral("--start")), 6, &v)
+            || !std::all_of(v.begin(), v.end(), [](double x) { return std::isfinite(x); }))
+            return cliUsageError(ctx, calibrateCommand(),
+                                 QStringLiteral("--start takes X,Y,Z,RX,RY,RZ with six numbers."));
+        request.startPose = ProjectorCalibrationPose{{v[0], v[1], v[2]}, {v[3], v[4], v[5]}};
+    }
+
+    QVector<GuideMatchedPoint> points;
+    QString error;
+    if (!readMatchedPoints(parsed.value(QStringLiteral("--points")), &points, &error)) {
+        ctx.err << error << Qt::endl;
+        return CliFailure;
+    }
+
+    ProjectDocument project;
+    if (!loadProjectDocument(parsed.positionals().first(), &project, &error)) {
+        ctx.err << "Load failed: " << error << Qt::endl;
+        return CliFailure;
+    }
+    // A project with a single 3D view may carry it only as the active view.
+    const bool onlyActive = project.views.isEmpty() && project.activeView.present;
+    const int viewCount = onlyActive ? 1 : int(project.views.size());
+    if (viewIndex < 0 || viewIndex >= viewCount) {
+        ctx.err << QStringLiteral("The project has %1 3D view(s); there is no view %2.").arg(viewCount).arg(viewIndex)
+                << Qt::endl;
+        return CliFailure;
+    }
+    Guide3DViewSettings view = onlyActive ? project.activeView : project.views.at(viewIndex);
+
+    ProjectorCalibrationResult result;
+    QString message;
+    if (!calibrateProjector(view, points, request, &result, &message)) {
+        ctx.err << message << Qt::endl;
+        return CliFailure;
+    }
+    ctx.out << resultJson(result);
+
+    if (apply) {
+        if (onlyActive) {
+            project.activeView = view;
+        } else {
+            project.views[viewIndex] = view;
+            // The active view is the first view of the list, as a load gives it.
+            if (viewIndex == 0)
+                project.activeView = view;
+        }
+        const QString outPath = parsed.value(QStringLiteral("-o"));
+        if (!saveProjectDocument(outPath, project, &error)) {
+            ctx.err << "Save failed: " << error << Qt::endl;
+            return CliFailure;
+        }
+    }
+    return CliOk;
+}
+
+const CliCommand &calibrateCommand()
+{
+    static const CliCommand command{
+        QStringLiteral("calibrate"),
+        QStringLiteral("calibrate <project> --view V --projector I --points <file.csv> [--image-size WxH] [--quick] "
+                       "[--no-throw-ratio] [--no-lens-shift] [--start X,Y,Z,RX,RY,RZ] [--apply -o <out.vgs>]"),
+        QStringLiteral("Fits a projector to matched points (CSV x,y,z,u,v) and prints the fit as JSON; "
+                       "--apply writes the fitted projector into a copy of the project."),
+        runCalibrate};
+    return command;
+}
+
+const CliRegistration registration(calibrateCommand());
+
+} // namespace
