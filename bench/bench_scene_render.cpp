@@ -217,12 +217,50 @@ BENCHMARK(BM_SceneRender_DraggingProjector)->Unit(benchmark::kMillisecond)->MinT
 
 } // namespace
 
+// VG_SCENE_SCREENSHOTS=<folder> writes the reference scene from two cameras and through
+// one projector, for looking at what is being measured.
+void writeScreenshots(const QString &folder)
+{
+    Fixture &f = fixture();
+    if (!f.ok)
+        return;
+    SceneRenderSettings settings = baseSettings();
+    settings.showFps = false;
+    ViewCamera outside;
+    outside.setTarget(QVector3D(0, 1.5f, 0));
+    outside.setRotation(0.5, 0.7);
+    outside.setFocusDistance(16.0);
+    struct Shot {
+        const char *name;
+        ViewCamera camera;
+        int hidden;
+    };
+    ViewCamera through;
+    setCameraToObjectView(through, f.objects, 2);
+    const Shot shots[] = {{"reference-inside.png", referenceCamera(), -1},
+                          {"reference-outside.png", outside, -1},
+                          {"reference-projector1.png", through, 2}};
+    for (const Shot &shot : shots) {
+        SceneRenderSettings s = settings;
+        s.hiddenObjectIndex = shot.hidden;
+        const QImage image = f.renderer->render(f.objects, shot.camera, s, kFrame);
+        image.save(folder + QLatin1Char('/') + QLatin1String(shot.name));
+    }
+}
+
 int main(int argc, char **argv)
 {
     // The off-screen platform without a display; ensureGlDisplay() supplies one when needed.
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && qEnvironmentVariableIsEmpty("DISPLAY"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication app(argc, argv);
+    const QString shots = qEnvironmentVariable("VG_SCENE_SCREENSHOTS");
+    if (!shots.isEmpty()) {
+        writeScreenshots(shots);
+        fixture().target.reset();
+        fixture().renderer.reset();
+        return 0;
+    }
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     fixture().target.reset();

@@ -72,6 +72,7 @@ struct LabelRequest {
     std::function<DimensionTextAtlasEntry()> make;
     QPointF anchor;         // pixels, top-left origin
     Qt::Alignment alignment = Qt::AlignCenter;
+    float depth = -1.0f;    // NDC depth of the anchor; labels behind surfaces are hidden
 };
 
 QMatrix4x4 toMatrix(const Eigen::Matrix4d &m)
@@ -872,6 +873,10 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
     f->glDisable(GL_CULL_FACE);
     f->glDisable(GL_SCISSOR_TEST);
     f->glDisable(GL_STENCIL_TEST);
+    // Surfaces are pushed back a little so that grid and wire lines on them stay whole;
+    // every triangle pass uses the same offset, so their depths still match exactly.
+    f->glEnable(GL_POLYGON_OFFSET_FILL);
+    f->glPolygonOffset(1.0f, 1.0f);
 
     // 1. Geometry: opaque first, then see-through surfaces without depth writes.
     f->glEnable(GL_DEPTH_TEST);
@@ -1184,6 +1189,7 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
     f->glBindFramebuffer(GL_FRAMEBUFFER, sceneFbo);
     f->glDrawBuffers(1, &colorBuffer);
     f->glViewport(0, 0, size.width(), size.height());
+    f->glDisable(GL_POLYGON_OFFSET_FILL); // the lines' quads are triangles too
     if (caps.lines) {
         f->glEnable(GL_DEPTH_TEST);
         f->glDepthFunc(GL_LEQUAL);
@@ -1249,6 +1255,8 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
         f->glDepthMask(GL_TRUE);
     }
 
+    f->glEnable(GL_POLYGON_OFFSET_FILL);
+
     // 8. Selection outline over the object's silhouette and its visible part.
     QVector<int> selected;
     for (int s : settings.selection)
@@ -1297,7 +1305,11 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
     // 9. Labels.
     if (caps.labels && (settings.showLabels || settings.showFps)) {
         std::vector<LabelRequest> requests;
-        auto anchorOf = [&](const QVector3D &world, QPointF *pixel) {
+        float anchorDepth = -1.0f;
+        const QVector3D eye = camera.eyePosition();
+        // depthPull moves the depth test point towards the eye, so a label is not hidden by
+        // the body it names.
+        auto anchorOf = [&](const QVector3D &world, QPointF *pixel, float depthPull = 0.0f) {
             const QVector4D clip = viewProjection * QVector4D(world, 1.0f);
             if (clip.w() <= 0.0001f)
                 return false;
@@ -1305,7 +1317,19 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
             if (ndc.z() < -1.0f || ndc.z() > 1.0f)
                 return false;
             *pixel = QPointF((ndc.x() * 0.5 + 0.5) * size.width(), (0.5 - ndc.y() * 0.5) * size.height());
+            anchorDepth = ndc.z();
+            if (depthPull > 0.0f) {
+                const QVector3D towardsEye = camera.isOrthographic() ? -camera.forward() : (eye - world).normalized();
+                const QVector4D pulled = viewProjection * QVector4D(world + towardsEye * depthPull, 1.0f);
+                if (pulled.w() > 0.0001f)
+                    anchorDepth = std::max(-1.0f, pulled.z() / pulled.w());
+            }
             return true;
+        };
+        // Each request made right after anchorOf() takes that anchor's depth.
+        auto pushLabel = [&](LabelRequest request) {
+            request.depth = anchorDepth;
+            requests.push_back(std::move(request));
         };
         if (settings.showLabels) {
             for (const Item &item : items) {
@@ -1314,19 +1338,25 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
                 QPointF pixel;
                 if (object.hasLens()) {
                     const double lift = std::max(0.1, double(object.scale_y)) + 0.08;
-                    if (object.projector_name_visible && anchorOf(world.map(QVector3D(0, float(lift), 0)), &pixel)) {
+                    // Anchored at the body's middle (the body lies behind the lens point) and tested a body
+                    // length nearer the eye.
+                    const float bodyZ = std::max(0.05f, object.scale_z);
+                    const float pull = 4.0f * std::max({object.scale_x, object.scale_y, object.scale_z, 0.05f});
+                    if (object.projector_name_visible
+                        && anchorOf(world.map(QVector3D(0, float(lift), bodyZ)), &pixel, pull)) {
                         const QString name = object.name;
-                        requests.push_back({QStringLiteral("projector-name|%1").arg(name),
+                        pushLabel({QStringLiteral("projector-name|%1").arg(name),
                                             [name] { return projectorNameAtlasEntry(name); }, pixel, Qt::AlignCenter});
                     }
-                    if (object.projector_info_text_visible && anchorOf(world.map(QVector3D(0, float(-lift), 0)), &pixel)) {
+                    if (object.projector_info_text_visible
+                        && anchorOf(world.map(QVector3D(0, float(-lift), bodyZ)), &pixel, pull)) {
                         const int w = std::max(1, object.projector_resolution_width);
                         const int h = std::max(1, object.projector_resolution_height);
-                        requests.push_back({QStringLiteral("projector-camera-resolution|%1|%2").arg(w).arg(h),
+                        pushLabel({QStringLiteral("projector-camera-resolution|%1|%2").arg(w).arg(h),
                                             [w, h] { return renderProjectorCameraResolutionFrame(w, h); }, pixel,
                                             Qt::AlignCenter});
                         const QString info = vg::scene::projectorThrowRatioText(object.throw_rate);
-                        requests.push_back({QStringLiteral("projector-dimension-green|%1").arg(info),
+                        pushLabel({QStringLiteral("projector-dimension-green|%1").arg(info),
                                             [info] { return projectorDimensionTextAtlasEntry(info); },
                                             pixel + QPointF(0, 22), Qt::AlignCenter});
                     }
@@ -1340,7 +1370,7 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
                         const double fs = object.annotation_label_font_scale;
                         const double sx = object.annotation_label_scale_x * object.annotation_label_scale;
                         const double sy = object.annotation_label_scale_y * object.annotation_label_scale;
-                        requests.push_back({QStringLiteral("annotation|%1|%2|%3|%4")
+                        pushLabel({QStringLiteral("annotation|%1|%2|%3|%4")
                                                 .arg(text, QString::number(fs, 'f', 3), QString::number(sx, 'f', 3),
                                                      QString::number(sy, 'f', 3)),
                                             [text, fs, sx, sy] { return annotationCommentAtlasEntry(text, fs, sx, sy); },
@@ -1353,7 +1383,7 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
                 auto addDimension = [&](const QString &text, const QVector3D &local) {
                     QPointF at;
                     if (anchorOf(world.map(local), &at))
-                        requests.push_back({QStringLiteral("dimension|%1|%2").arg(text).arg(14),
+                        pushLabel({QStringLiteral("dimension|%1|%2").arg(text).arg(14),
                                             [text] { return dimensionTextAtlasEntry(text, 14); }, at, Qt::AlignCenter});
                 };
                 const float hx = object.scale_x, hy = object.scale_y, hz = object.scale_z;
@@ -1423,12 +1453,16 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
                 const float corners[6][4] = {{x0, y0, u0, v0}, {x1, y0, u1, v0}, {x1, y1, u1, v1},
                                              {x0, y0, u0, v0}, {x1, y1, u1, v1}, {x0, y1, u0, v1}};
                 for (const auto &c : corners)
-                    quads.insert(quads.end(), {c[0], c[1], 0.0f, c[2], c[3], 1, 1, 1, 1});
+                    quads.insert(quads.end(), {c[0], c[1], -request.depth, c[2], c[3], 1, 1, 1, 1});
                 ++stats.labelsDrawn;
             }
             QMatrix4x4 pixels;
             pixels.ortho(0.0f, float(size.width()), float(size.height()), 0.0f, -1.0f, 1.0f);
-            f->glDisable(GL_DEPTH_TEST);
+            // Labels sit at their anchor's depth: a label behind a surface is hidden by it.
+            f->glEnable(GL_DEPTH_TEST);
+            f->glDepthFunc(GL_LEQUAL);
+            f->glDepthMask(GL_FALSE);
+            f->glDisable(GL_POLYGON_OFFSET_FILL);
             f->glEnable(GL_BLEND);
             f->glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
             labelProgram->bind();
@@ -1444,6 +1478,8 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
     }
 
     // Present: copy into the caller's framebuffer.
+    f->glDepthMask(GL_TRUE);
+    f->glDisable(GL_POLYGON_OFFSET_FILL);
     f->glDisable(GL_BLEND);
     f->glDisable(GL_DEPTH_TEST);
     f->glBindFramebuffer(GL_READ_FRAMEBUFFER, sceneFbo);

@@ -1,5 +1,7 @@
 #include "scene/gl/SceneTextAtlas.h"
 
+#include "scene/LensModel.h"
+
 #include <QFont>
 #include <QFontMetrics>
 #include <QPainter>
@@ -131,15 +133,16 @@ QImage projectorPlaceholderImage(int width, int height, double throwRatio)
     const int w = std::max(1, int(std::lround(width * scale)));
     const int h = std::max(1, int(std::lround(height * scale)));
     QImage image(w, h, QImage::Format_RGBA8888);
-    image.fill(QColor(58, 62, 70));
+    // A light field, so that the picture reads as light and shadows in it as darker.
+    image.fill(QColor(206, 211, 219));
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
     const double unit = std::max(1.0, std::min(w, h) / 100.0);
-    QPen framePen(QColor(235, 235, 235));
+    QPen framePen(QColor(52, 56, 64));
     framePen.setWidthF(unit);
     painter.setPen(framePen);
     painter.drawRect(QRectF(unit / 2, unit / 2, w - unit, h - unit));
-    QPen crossPen(QColor(150, 156, 166));
+    QPen crossPen(QColor(120, 126, 136));
     crossPen.setWidthF(unit * 0.5);
     painter.setPen(crossPen);
     painter.drawLine(QPointF(w / 2.0, 0), QPointF(w / 2.0, h));
@@ -147,9 +150,9 @@ QImage projectorPlaceholderImage(int width, int height, double throwRatio)
     painter.drawEllipse(QPointF(w / 2.0, h / 2.0), std::min(w, h) * 0.3, std::min(w, h) * 0.3);
     QFont font = labelFont(int(std::lround(std::min(w, h) * 0.075)), true);
     painter.setFont(font);
-    painter.setPen(QColor(255, 255, 255));
-    const QString resolution = QStringLiteral("%1 x %2px").arg(width).arg(height);
-    const QString throwText = QStringLiteral("Throw Ratio %1").arg(QString::number(throwRatio, 'g', 4));
+    painter.setPen(QColor(28, 30, 34));
+    const QString resolution = vg::scene::projectorPlaceholderResolutionText(width, height);
+    const QString throwText = vg::scene::projectorThrowRatioText(throwRatio);
     const QFontMetrics metrics(font);
     painter.drawText(QRectF(0, h / 2.0 - metrics.height() * 1.6, w, metrics.height() * 1.2), Qt::AlignCenter, resolution);
     painter.drawText(QRectF(0, h / 2.0 + metrics.height() * 0.4, w, metrics.height() * 1.2), Qt::AlignCenter, throwText);
