@@ -15,30 +15,30 @@ constexpr int kMinimumPoints = 6;
 constexpr int kQuickBudget = 32;
 constexpr int kFullBudget = 120;
 
-QString message(const char *text)
-{
-    return QCoreApplication::translate("ProjectorCalibration", text);
-}
-
 QString noProjectorMessage()
 {
-    return message("Select a projector before calibration.");
+    return QCoreApplication::translate(
+        "ProjectorCalibration", "Select a projector before calibration.");
 }
 QString notProjectorMessage()
 {
-    return message("Projector Calibration can only be applied to projector objects.");
+    return QCoreApplication::translate(
+        "ProjectorCalibration", "Projector Calibration can only be applied to projector objects.");
 }
 QString tooFewPointsMessage()
 {
-    return message("Projector Calibration needs at least 6 matched points.");
+    return QCoreApplication::translate(
+        "ProjectorCalibration", "Projector Calibration needs at least 6 matched points.");
 }
 QString noStartMessage()
 {
-    return message("Calibration failed because the matched points did not produce a valid camera solve.");
+    return QCoreApplication::translate(
+        "ProjectorCalibration", "Calibration failed because the matched points did not produce a valid camera solve.");
 }
 QString jacobianMessage()
 {
-    return message("Calibration failed while building the numeric Jacobian.");
+    return QCoreApplication::translate(
+        "ProjectorCalibration", "Calibration failed while building the numeric Jacobian.");
 }
 
 bool fail(QString *out, const QString &text)
@@ -258,4 +258,23 @@ bool calibrateProjector(Guide3DViewSettings &view, const QVector<GuideMatchedPoi
                         QString *errorMessage)
 {
     return calibrateProjector(view.objects, points, request, result, errorMessage);
+}
+
+bool calibrateProjector(SceneModel &scene, const QVector<GuideMatchedPoint> &points,
+                        const ProjectorCalibrationRequest &request, ProjectorCalibrationResult *result,
+                        QString *errorMessage)
+{
+    if (!scene.isValidIndex(request.projectorIndex))
+        return fail(errorMessage, noProjectorMessage());
+    ProjectorCalibrationResult solved;
+    if (!solveProjectorCalibration(scene.object(request.projectorIndex), points, request, &solved, errorMessage))
+        return false;
+    if (request.apply) {
+        GuideObject fitted = scene.object(request.projectorIndex);
+        applyProjectorCalibration(fitted, solved);
+        scene.replaceObject(request.projectorIndex, fitted);
+    }
+    if (result)
+        *result = solved;
+    return true;
 }

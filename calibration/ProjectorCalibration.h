@@ -3,6 +3,7 @@
 #include "calibration/CalibrationSolver.h"
 #include "scene/Guide3DViewSettings.h"
 #include "scene/GuideObject.h"
+#include "scene/SceneModel.h"
 
 #include <QSize>
 #include <QString>
@@ -87,5 +88,9 @@ bool calibrateProjector(QVector<GuideObject> &objects, const QVector<GuideMatche
                         QString *message);
 // The same on a 3D view's objects.
 bool calibrateProjector(Guide3DViewSettings &view, const QVector<GuideMatchedPoint> &points,
+                        const ProjectorCalibrationRequest &request, ProjectorCalibrationResult *result,
+                        QString *message);
+// The same on the 3D view's scene model: an applied fit is one undoable step.
+bool calibrateProjector(SceneModel &scene, const QVector<GuideMatchedPoint> &points,
                         const ProjectorCalibrationRequest &request, ProjectorCalibrationResult *result,
                         QString *message);

@@ -427,3 +427,35 @@ TEST(ProjectorCalibration, LensResultsStayInTheirRanges)
     EXPECT_GE(result.lensShiftY, -100.0);
     EXPECT_LE(result.lensShiftY, 100.0);
 }
+
+TEST(ProjectorCalibration, SceneModelApplyIsOneUndoStep)
+{
+    std::mt19937 rng(91);
+    SyntheticSceneOptions options;
+    options.pointCount = 20;
+    const SyntheticCalibrationScene scene = makeSyntheticScene(rng, options);
+    SceneModel model;
+    model.addPlane(QString(), 4000, 3000);
+    const int index = model.addObject(perturbedProjector(scene.truth, rng, 0.4, 4.0), false);
+    model.clearUndoHistory();
+    const GuideObject before = model.object(index);
+
+    ProjectorCalibrationRequest request = requestFor(index);
+    ProjectorCalibrationResult result;
+    ASSERT_TRUE(calibrateProjector(model, scene.points, request, &result, nullptr));
+    EXPECT_EQ(model.undoDepth(), 0);
+    request.apply = true;
+    ASSERT_TRUE(calibrateProjector(model, scene.points, request, &result, nullptr));
+    EXPECT_EQ(model.undoDepth(), 1);
+    EXPECT_NEAR(model.object(index).translate_x, scene.truth.translate_x, 1e-3);
+    ASSERT_TRUE(model.undo());
+    EXPECT_EQ(model.object(index), before);
+
+    QString message;
+    request.projectorIndex = 0;
+    EXPECT_FALSE(calibrateProjector(model, scene.points, request, &result, &message));
+    EXPECT_EQ(message, QStringLiteral("Projector Calibration can only be applied to projector objects."));
+    request.projectorIndex = -1;
+    EXPECT_FALSE(calibrateProjector(model, scene.points, request, &result, &message));
+    EXPECT_EQ(message, QStringLiteral("Select a projector before calibration."));
+}
