@@ -6,6 +6,8 @@ cli=$1; sample=$2; out=$3
 "$cli" --version > "$out/version.txt"
 if [ -f "$sample" ]; then
     "$cli" info "$sample" > "$out/sample-info.json"
+    "$cli" render-guide "$sample" -o "$out/sample-guide.png"
+    "$cli" guide-info "$sample" > "$out/sample-guide-info.json"
 else
     "$cli" --help > "$out/commands.txt"
 fi
