@@ -210,10 +210,10 @@ void BM_SceneRender_DraggingProjector(benchmark::State &state)
     runFrames(state, baseSettings(), true);
 }
 
-BENCHMARK(BM_SceneRender_ProjectionHeatmap)->Unit(benchmark::kMillisecond)->MinTime(3.0);
-BENCHMARK(BM_SceneRender_ProjectionNoHeatmap)->Unit(benchmark::kMillisecond)->MinTime(3.0);
-BENCHMARK(BM_SceneRender_ProjectionOff)->Unit(benchmark::kMillisecond)->MinTime(3.0);
-BENCHMARK(BM_SceneRender_DraggingProjector)->Unit(benchmark::kMillisecond)->MinTime(3.0);
+BENCHMARK(BM_SceneRender_ProjectionHeatmap)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(2.0);
+BENCHMARK(BM_SceneRender_ProjectionNoHeatmap)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(2.0);
+BENCHMARK(BM_SceneRender_ProjectionOff)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(2.0);
+BENCHMARK(BM_SceneRender_DraggingProjector)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(2.0);
 
 } // namespace
 

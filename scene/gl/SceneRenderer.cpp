@@ -969,6 +969,38 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
         return toMatrix(lens.projectionMatrix(kShadowNear, farPlane)) * toMatrix(lens.viewMatrix());
     };
 
+    // The part of the view a projector's frustum can reach; passes of that projector are
+    // scissored to it (false: nothing of it is in view). A frustum reaching behind the eye
+    // keeps the whole view.
+    auto frustumScissor = [&](int projectorIndex, QRect *rect) {
+        const LensModel &lens = lenses[projectorIndex];
+        std::vector<Eigen::Vector3d> points{lens.pose().position};
+        for (const Eigen::Vector3d &corner : lens.farCorners())
+            points.push_back(corner);
+        double x0 = 1e30, y0 = 1e30, x1 = -1e30, y1 = -1e30;
+        for (const Eigen::Vector3d &point : points) {
+            const QVector4D clip = viewProjection * QVector4D(float(point.x()), float(point.y()), float(point.z()), 1.0f);
+            if (clip.w() <= 0.0001f) {
+                *rect = QRect(QPoint(0, 0), size);
+                return true;
+            }
+            const double x = (clip.x() / clip.w() * 0.5 + 0.5) * size.width();
+            const double y = (clip.y() / clip.w() * 0.5 + 0.5) * size.height(); // GL rows, bottom up
+            x0 = std::min(x0, x);
+            y0 = std::min(y0, y);
+            x1 = std::max(x1, x);
+            y1 = std::max(y1, y);
+        }
+        const QRect bounds(QPoint(int(std::floor(x0)) - 2, int(std::floor(y0)) - 2),
+                           QPoint(int(std::ceil(x1)) + 2, int(std::ceil(y1)) + 2));
+        *rect = bounds.intersected(QRect(QPoint(0, 0), size));
+        return !rect->isEmpty();
+    };
+    auto scissorTo = [&](const QRect &rect) {
+        f->glEnable(GL_SCISSOR_TEST);
+        f->glScissor(rect.x(), rect.y(), rect.width(), rect.height());
+    };
+
     const bool wantProjection = settings.projectionEnabled && !projecting.empty();
     bool projectionReady = wantProjection && caps.projection && projectionTargetsOk;
     if (wantProjection && !caps.shadowMaps) {
@@ -1025,8 +1057,10 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
             f->glBlendFunc(GL_ONE, GL_ONE);
             for (int p : projecting) {
                 const GpuTexture *texture = projectorTexture(objects, p);
-                if (!texture)
+                QRect scissor;
+                if (!texture || !frustumScissor(p, &scissor))
                     continue;
+                scissorTo(scissor);
                 QOpenGLShaderProgram *program = texture->nv12 ? projectionNv12Program.get() : projectionProgram.get();
                 if (!program)
                     continue;
@@ -1051,6 +1085,7 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
                 }
                 ++stats.projectorsProjected;
             }
+            f->glDisable(GL_SCISSOR_TEST);
             f->glDepthMask(GL_TRUE);
 
             // Composite over the shaded scene.
@@ -1154,8 +1189,10 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
             heatmapProgram->bind();
             for (int p : heated) {
                 ProjectorTargets &targets = projectors[p];
-                if (!targets.metricValid)
+                QRect scissor;
+                if (!targets.metricValid || !frustumScissor(p, &scissor))
                     continue;
+                scissorTo(scissor);
                 f->glActiveTexture(GL_TEXTURE0);
                 f->glBindTexture(GL_TEXTURE_2D, targets.metricTexture);
                 for (const Item &item : items) {
@@ -1167,6 +1204,7 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
                 }
                 ++stats.heatmapsDrawn;
             }
+            f->glDisable(GL_SCISSOR_TEST);
             f->glDepthMask(GL_TRUE);
         }
     }
