@@ -8,6 +8,7 @@ if [ -f "$sample" ]; then
     "$cli" info "$sample" > "$out/sample-info.json"
     "$cli" render-guide "$sample" -o "$out/sample-guide.png"
     "$cli" guide-info "$sample" > "$out/sample-guide-info.json"
+    "$cli" render-view "$sample" --size 1280x720 --frustum -o "$out/sample-3d-view.png"
 else
     "$cli" --help > "$out/commands.txt"
 fi
