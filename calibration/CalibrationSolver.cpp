@@ -301,25 +301,13 @@ bool calibrationLinearStart(const CalibrationProblem &problem, CalibrationParame
     return true;
 }
 
-bool solveCalibrationSystem(const Eigen::MatrixXd &a, const Eigen::VectorXd &b, Eigen::VectorXd *x)
-{
-    const Eigen::Index n = a.rows();
-    if (n == 0 || a.cols() != n || b.size() != n)
-        return false;
-    Eigen::LDLT<Eigen::MatrixXd> ldlt(a);
-    if (ldlt.info() != Eigen::Success)
-        return false;
-    if ((ldlt.vectorD().cwiseAbs().array() <= kPivotLimit).any())
-        return false;
-    *x = ldlt.solve(b);
-    return x->allFinite();
-}
-
 namespace {
 
-bool solveSmallSystem(const SmallMatrix &a, const SmallVector &b, SmallVector *x)
+// LDLᵀ with pivoting; a pivot at or below the limit means the damped system is singular.
+template<typename Matrix, typename Vector>
+bool solveSymmetric(const Matrix &a, const Vector &b, Vector *x)
 {
-    Eigen::LDLT<SmallMatrix> ldlt(a);
+    Eigen::LDLT<Matrix> ldlt(a);
     if (ldlt.info() != Eigen::Success)
         return false;
     if ((ldlt.vectorD().cwiseAbs().array() <= kPivotLimit).any())
@@ -329,6 +317,13 @@ bool solveSmallSystem(const SmallMatrix &a, const SmallVector &b, SmallVector *x
 }
 
 } // namespace
+
+bool solveCalibrationSystem(const Eigen::MatrixXd &a, const Eigen::VectorXd &b, Eigen::VectorXd *x)
+{
+    if (a.rows() == 0 || a.cols() != a.rows() || b.size() != a.rows())
+        return false;
+    return solveSymmetric(a, b, x);
+}
 
 bool refineCalibration(const CalibrationProblem &problem, const CalibrationParameters &start,
                        const CalibrationParameters &initial, const CalibrationActiveMask &active,
@@ -391,7 +386,7 @@ bool refineCalibration(const CalibrationProblem &problem, const CalibrationParam
         damped = normal;
         for (int c = 0; c < activeCount; ++c)
             damped(c, c) += lambda * (std::abs(normal(c, c)) + 1.0);
-        if (!solveSmallSystem(damped, gradient, &delta)) {
+        if (!solveSymmetric(damped, gradient, &delta)) {
             lambda *= 10.0;
             if (lambda > kMaxLambda)
                 break;
