@@ -1,0 +1,1200 @@
+#include "scene/ui/SceneWidget.h"
+
+#include "scene/LensModel.h"
+#include "scene/MeshBuilders.h"
+#include "scene/SceneRaycast.h"
+#include "scene/ShapeGeometry.h"
+#include "scene/Transform.h"
+#include "scene/gl/OffscreenGlContext.h"
+#include "scene/gl/SceneRenderer.h"
+#include "scene/ui/SceneClipboard.h"
+#include "scene/ui/SceneTexts.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QFocusEvent>
+#include <QKeyEvent>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <QWheelEvent>
+
+#include <algorithm>
+#include <cmath>
+
+using namespace vg::scene;
+
+namespace {
+
+QQuaternion objectRotationQuaternion(const GuideObject &object)
+{
+    const Eigen::Matrix3d r = objectRotation(object);
+    QMatrix3x3 m;
+    for (int row = 0; row < 3; ++row)
+        for (int column = 0; column < 3; ++column)
+            m(row, column) = float(r(row, column));
+    return QQuaternion::fromRotationMatrix(m);
+}
+
+Eigen::Matrix3d toEigenRotation(const QQuaternion &q)
+{
+    const QMatrix3x3 m = q.toRotationMatrix();
+    Eigen::Matrix3d r;
+    for (int row = 0; row < 3; ++row)
+        for (int column = 0; column < 3; ++column)
+            r(row, column) = m(row, column);
+    return r;
+}
+
+QVector3D objectPosition(const GuideObject &object)
+{
+    return {object.translate_x, object.translate_y, object.translate_z};
+}
+
+void setObjectPosition(GuideObject &object, const QVector3D &p)
+{
+    object.translate_x = p.x();
+    object.translate_y = p.y();
+    object.translate_z = p.z();
+}
+
+const QColor kAxisColors[3] = {QColor(235, 64, 52), QColor(90, 200, 60), QColor(50, 120, 240)};
+const QColor kHoverColor(255, 220, 40);
+
+} // namespace
+
+SceneWidget::SceneWidget(QWidget *parent)
+    : QOpenGLWidget(parent)
+{
+    setObjectName(QStringLiteral("vantreoViewport"));
+    setFormat(sceneSurfaceFormat());
+    setFocusPolicy(Qt::StrongFocus);
+    setMouseTracking(true);
+    setMinimumSize(200, 150);
+    m_model.setChangedCallback([this] { onModelChanged(); });
+}
+
+SceneWidget::~SceneWidget()
+{
+    // GL resources belong to this widget's context.
+    if (m_renderer && context()) {
+        makeCurrent();
+        m_renderer.reset();
+        doneCurrent();
+    }
+}
+
+// ---------------------------------------------------------------------------------------------
+// Scene access and edits
+
+const QVector<GuideObject> &SceneWidget::objects() const
+{
+    return m_model.objects();
+}
+
+int SceneWidget::objectCount() const
+{
+    return int(m_model.objects().size());
+}
+
+void SceneWidget::requestRepaint()
+{
+    update();
+}
+
+void SceneWidget::setStatus(const QString &text, int timeoutMs)
+{
+    m_statusText = text;
+    Q_EMIT statusMessage(text, timeoutMs);
+    requestRepaint();
+}
+
+void SceneWidget::onModelChanged()
+{
+    // The model reports objects and selection alike; tell them apart so a selection change
+    // does not count as an edit of the project.
+    const bool objectsChanged = !(m_seenObjects == m_model.objects());
+    const bool selectionChanged = m_seenSelection != m_model.selectedIndices()
+        || m_seenCurrent != m_model.selectedIndex();
+    m_seenObjects = m_model.objects();
+    m_seenSelection = m_model.selectedIndices();
+    m_seenCurrent = m_model.selectedIndex();
+    if (objectsChanged) {
+        if (m_curveIndex >= objectCount())
+            m_curveIndex = std::min(m_curveIndex, objectCount());
+        updateLensView();
+    }
+    requestRepaint();
+    if (objectsChanged)
+        Q_EMIT sceneChanged();
+    if (selectionChanged)
+        Q_EMIT this->selectionChanged();
+    Q_EMIT undoStateChanged();
+}
+
+bool SceneWidget::applyObjectEdit(int index, const GuideObject &edited)
+{
+    return m_model.replaceObject(index, edited);
+}
+
+void SceneWidget::setObjectWithoutUndo(int index, const GuideObject &object)
+{
+    GuideObject *target = m_model.mutableObject(index);
+    if (!target || *target == object)
+        return;
+    *target = object;
+    m_model.notifyChanged();
+}
+
+bool SceneWidget::editSelection(const std::function<void(GuideObject &)> &change, bool lensOnly)
+{
+    const QList<int> selected = selection();
+    QVector<GuideObject> edited = objects();
+    bool any = false;
+    for (int index : selected) {
+        GuideObject &object = edited[index];
+        if (lensOnly && !object.hasLens())
+            continue;
+        const GuideObject before = object;
+        change(object);
+        any = any || object != before;
+    }
+    if (!any)
+        return false;
+    m_model.pushUndoSnapshot();
+    for (int index : selected)
+        *m_model.mutableObject(index) = edited.at(index);
+    m_model.notifyChanged();
+    return true;
+}
+
+bool SceneWidget::undo()
+{
+    cancelDrag();
+    return m_model.undo();
+}
+
+bool SceneWidget::redo()
+{
+    cancelDrag();
+    return m_model.redo();
+}
+
+bool SceneWidget::canUndo() const { return m_model.canUndo(); }
+bool SceneWidget::canRedo() const { return m_model.canRedo(); }
+
+int SceneWidget::appendObjects(const QVector<GuideObject> &incoming)
+{
+    QList<int> added;
+    for (const GuideObject &object : incoming)
+        added.append(m_model.addObject(object, true));
+    if (!added.isEmpty())
+        m_model.setSelection(added, added.last());
+    return int(added.size());
+}
+
+// ---------------------------------------------------------------------------------------------
+// View state
+
+Guide3DViewSettings SceneWidget::viewSettings() const
+{
+    Guide3DViewSettings s = m_extraSettings;
+    s.present = true;
+    s.show_objects = m_showObjects;
+    s.grid_visible = m_gridVisible;
+    s.snap = m_snap;
+    s.show_projector_frustum = m_showProjectorFrustum;
+    s.show_obj_polygon_lines = m_showPolygonLines;
+    s.transform_mode = m_transformMode;
+    s.transform_space = m_transformSpace;
+    s.view_mode = int(m_camera.mode());
+    s.view_rotation_x = m_camera.rotationX();
+    s.view_rotation_y = m_camera.rotationY();
+    s.focus_distance = m_camera.focusDistance();
+    s.target_x = m_camera.target().x();
+    s.target_y = m_camera.target().y();
+    s.target_z = m_camera.target().z();
+    s.camera_views = m_cameraViews;
+    s.objects = objects();
+    s.projector_camera_view_object_index =
+        (m_projectorViewIndex >= 0 && m_projectorViewIndex < objectCount()) ? m_projectorViewIndex : -1;
+    return s;
+}
+
+void SceneWidget::setViewSettings(const Guide3DViewSettings &settings)
+{
+    cancelDrag();
+    endCurveDrawing();
+    m_extraSettings = settings;
+    m_extraSettings.objects.clear();
+    m_extraSettings.camera_views.clear();
+    m_showObjects = settings.show_objects;
+    m_gridVisible = settings.grid_visible;
+    m_snap = settings.snap;
+    m_showProjectorFrustum = settings.show_projector_frustum;
+    m_showPolygonLines = settings.show_obj_polygon_lines;
+    m_transformMode = std::clamp(settings.transform_mode, 0, 2);
+    m_transformSpace = std::clamp(settings.transform_space, 0, 1);
+    m_cameraViews = settings.camera_views;
+    m_model.loadObjects(settings.objects);
+    m_seenObjects = m_model.objects();
+
+    m_camera.setRotation(settings.view_rotation_x, settings.view_rotation_y);
+    m_camera.setFocusDistance(settings.focus_distance);
+    m_camera.setTarget(QVector3D(float(settings.target_x), float(settings.target_y), float(settings.target_z)));
+    const int mode = std::clamp(settings.view_mode, 0, 3);
+    m_projectorViewIndex = -1;
+    if (mode == int(ViewCameraMode::ProjectorView)) {
+        if (!lookThrough(settings.projector_camera_view_object_index))
+            m_camera.setMode(ViewCameraMode::Perspective);
+    } else {
+        m_camera.setMode(ViewCameraMode(mode));
+    }
+    Q_EMIT sceneChanged();
+    Q_EMIT selectionChanged();
+    Q_EMIT viewStateChanged();
+    Q_EMIT undoStateChanged();
+    requestRepaint();
+}
+
+#define VG_VIEW_SETTER(name, member)                                                                 \
+    void SceneWidget::name(bool on)                                                                  \
+    {                                                                                                \
+        if (member == on)                                                                            \
+            return;                                                                                  \
+        member = on;                                                                                 \
+        Q_EMIT viewStateChanged();                                                                   \
+        requestRepaint();                                                                            \
+    }
+VG_VIEW_SETTER(setShowObjects, m_showObjects)
+VG_VIEW_SETTER(setGridVisible, m_gridVisible)
+VG_VIEW_SETTER(setSnapEnabled, m_snap)
+VG_VIEW_SETTER(setShowProjectorFrustum, m_showProjectorFrustum)
+VG_VIEW_SETTER(setShowPolygonLines, m_showPolygonLines)
+#undef VG_VIEW_SETTER
+
+void SceneWidget::setTransformMode(int mode)
+{
+    mode = std::clamp(mode, 0, 2);
+    if (mode == m_transformMode)
+        return;
+    cancelDrag();
+    m_transformMode = mode;
+    Q_EMIT viewStateChanged();
+    requestRepaint();
+}
+
+void SceneWidget::setTransformSpace(int space)
+{
+    space = std::clamp(space, 0, 1);
+    if (space == m_transformSpace)
+        return;
+    cancelDrag();
+    m_transformSpace = space;
+    Q_EMIT viewStateChanged();
+    requestRepaint();
+}
+
+void SceneWidget::setViewMode(ViewCameraMode mode)
+{
+    if (mode == ViewCameraMode::ProjectorView) {
+        lookThrough(currentIndex());
+        return;
+    }
+    m_projectorViewIndex = -1;
+    m_camera.setMode(mode);
+    Q_EMIT viewStateChanged();
+    requestRepaint();
+}
+
+bool SceneWidget::lookThrough(int index)
+{
+    if (index < 0 || index >= objectCount() || !objects().at(index).hasLens())
+        return false;
+    m_projectorViewIndex = index;
+    updateLensView();
+    Q_EMIT viewStateChanged();
+    requestRepaint();
+    return true;
+}
+
+void SceneWidget::updateLensView()
+{
+    if (m_projectorViewIndex < 0)
+        return;
+    if (m_projectorViewIndex >= objectCount() || !objects().at(m_projectorViewIndex).hasLens()) {
+        m_projectorViewIndex = -1;
+        if (m_camera.mode() == ViewCameraMode::ProjectorView)
+            m_camera.setMode(ViewCameraMode::Perspective);
+        return;
+    }
+    const GuideObject &object = objects().at(m_projectorViewIndex);
+    const LensIntrinsics lens = lensIntrinsicsOf(object);
+    ViewCameraLens viewLens;
+    viewLens.lensToWorld = objectWorldMatrix(object);
+    viewLens.throwRatio = clampedThrowRatio(lens.throwRatio);
+    viewLens.lensShiftX = lensShiftFraction(lens.lensShiftX);
+    viewLens.lensShiftY = lensShiftFraction(lens.lensShiftY);
+    viewLens.aspect = lensAspect(lens.width, lens.height);
+    viewLens.farDistance = throwDistanceFor(objects(), m_projectorViewIndex);
+    m_camera.setProjectorView(viewLens);
+}
+
+QString SceneWidget::viewName() const
+{
+    switch (m_camera.mode()) {
+    case ViewCameraMode::Front: return SceneTexts::frontViewName();
+    case ViewCameraMode::Side: return SceneTexts::sideViewName();
+    case ViewCameraMode::ProjectorView:
+        if (m_projectorViewIndex >= 0 && m_projectorViewIndex < objectCount())
+            return SceneTexts::objectViewName(objects().at(m_projectorViewIndex).name);
+        break;
+    case ViewCameraMode::Perspective: break;
+    }
+    return SceneTexts::perspectiveViewName();
+}
+
+void SceneWidget::frameSelection()
+{
+    QList<int> indices = selection();
+    if (indices.isEmpty()) {
+        for (int i = 0; i < objectCount(); ++i)
+            indices.append(i);
+    }
+    if (indices.isEmpty()) {
+        m_camera.frame(QVector3D(0, 0, 0), 1.0);
+    } else {
+        // A bounding sphere of the objects' bounding spheres.
+        QVector3D low(1e30f, 1e30f, 1e30f), high(-1e30f, -1e30f, -1e30f);
+        for (int index : std::as_const(indices)) {
+            const GuideObject &object = objects().at(index);
+            const QVector3D centre = objectPosition(object);
+            const float r = float(std::max(0.05, boundingRadius(object)));
+            low = QVector3D(std::min(low.x(), centre.x() - r), std::min(low.y(), centre.y() - r),
+                            std::min(low.z(), centre.z() - r));
+            high = QVector3D(std::max(high.x(), centre.x() + r), std::max(high.y(), centre.y() + r),
+                             std::max(high.z(), centre.z() + r));
+        }
+        const QVector3D centre = (low + high) * 0.5f;
+        m_camera.frame(centre, std::max(0.05, double((high - low).length() * 0.5f)));
+    }
+    if (m_camera.mode() == ViewCameraMode::ProjectorView)
+        m_projectorViewIndex = -1;
+    Q_EMIT viewStateChanged();
+    requestRepaint();
+}
+
+// ---------------------------------------------------------------------------------------------
+// Selection
+
+void SceneWidget::setSelection(const QList<int> &indices)
+{
+    QList<int> kept;
+    for (int index : indices) {
+        if (index >= 0 && index < objectCount() && !kept.contains(index))
+            kept.append(index);
+    }
+    if (kept == selection() && (kept.isEmpty() || kept.last() == currentIndex()))
+        return;
+    m_model.setSelection(kept, kept.isEmpty() ? -1 : kept.last());
+}
+
+void SceneWidget::selectOnly(int index)
+{
+    setSelection(index >= 0 ? QList<int>{index} : QList<int>{});
+}
+
+void SceneWidget::clearSelection()
+{
+    setSelection({});
+}
+
+// ---------------------------------------------------------------------------------------------
+// Commands
+
+bool SceneWidget::copySelection()
+{
+    const QList<int> selected = selection();
+    if (selected.isEmpty()) {
+        setStatus(SceneTexts::selectToCopyMessage());
+        return false;
+    }
+    QVector<GuideObject> copied;
+    for (int index : selected)
+        copied.append(objects().at(index));
+    if (copied.isEmpty()) {
+        setStatus(SceneTexts::nothingCopiedMessage());
+        return false;
+    }
+    QApplication::clipboard()->setMimeData(SceneClipboard::createMimeData(copied));
+    setStatus(SceneTexts::copiedMessage(int(copied.size())));
+    return true;
+}
+
+int SceneWidget::pasteFromClipboard()
+{
+    QVector<GuideObject> incoming;
+    if (!SceneClipboard::readMimeData(QApplication::clipboard()->mimeData(), &incoming) || incoming.isEmpty()) {
+        setStatus(SceneTexts::nothingCopiedMessage());
+        return 0;
+    }
+    // Guide and projector bindings refer to the source scene; a fresh scene keeps only
+    // bindings that still point at a guide tab.
+    const int pasted = appendObjects(incoming);
+    setStatus(SceneTexts::pastedMessage(pasted));
+    return pasted;
+}
+
+int SceneWidget::duplicateSelection()
+{
+    cancelDrag();
+    return int(m_model.duplicateObjects(selection()).size());
+}
+
+void SceneWidget::registerCalibrationWindow(int objectIndex, QWidget *window)
+{
+    m_calibrationWindows.append({objectIndex, QPointer<QWidget>(window)});
+}
+
+int SceneWidget::deleteSelection(bool confirm)
+{
+    cancelDrag();
+    if (selection().isEmpty())
+        return 0;
+    QList<int> doomed = selection();
+    std::sort(doomed.begin(), doomed.end());
+    QStringList names;
+    for (int index : std::as_const(doomed))
+        names.append(objects().at(index).name);
+    if (confirm) {
+        const auto answer = QMessageBox::question(this, SceneTexts::deleteTitle(),
+                                                  SceneTexts::deleteQuestion(names),
+                                                  QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
+        if (answer != QMessageBox::Yes)
+            return 0;
+    }
+
+    // Calibration windows of deleted projectors close first.
+    QStringList closingProjectors;
+    QList<QPointer<QWidget>> closing;
+    for (const auto &entry : std::as_const(m_calibrationWindows)) {
+        if (entry.second && entry.second->isVisible() && doomed.contains(entry.first)) {
+            closingProjectors.append(objects().at(entry.first).name);
+            closing.append(entry.second);
+        }
+    }
+    if (!closing.isEmpty()) {
+        QMessageBox::information(this, SceneTexts::deleteTitle(),
+                                 SceneTexts::calibrationClosingNotice(closingProjectors));
+        for (const auto &window : std::as_const(closing)) {
+            if (window)
+                window->close();
+        }
+    }
+
+    // The window registry and the looked-through index shift with the removal.
+    const int viewIndex = m_projectorViewIndex;
+    m_projectorViewIndex = -1;
+
+    // Keep the window registry in step with the shifted indices.
+    QList<QPair<int, QPointer<QWidget>>> kept;
+    for (const auto &entry : std::as_const(m_calibrationWindows)) {
+        if (!entry.second || doomed.contains(entry.first))
+            continue;
+        const int shift = int(std::count_if(doomed.begin(), doomed.end(), [&](int d) { return d < entry.first; }));
+        kept.append({entry.first - shift, entry.second});
+    }
+    m_calibrationWindows = kept;
+    if (viewIndex >= 0) {
+        if (doomed.contains(viewIndex)) {
+            m_camera.setMode(ViewCameraMode::Perspective);
+        } else {
+            m_projectorViewIndex = viewIndex - int(std::count_if(doomed.begin(), doomed.end(),
+                                                                 [&](int d) { return d < viewIndex; }));
+        }
+    }
+    const int removed = m_model.removeObjects(doomed);
+    m_model.clearSelection();
+    Q_EMIT viewStateChanged();
+    return removed;
+}
+
+void SceneWidget::beginCurveDrawing()
+{
+    cancelDrag();
+    m_curveIndex = objectCount(); // the curve is created with its first point
+    setStatus(SceneTexts::curveDrawingStatus(), 0);
+    setCursor(Qt::CrossCursor);
+}
+
+void SceneWidget::endCurveDrawing()
+{
+    if (m_curveIndex < 0)
+        return;
+    m_curveIndex = -1;
+    unsetCursor();
+    setStatus(QString(), 0);
+}
+
+bool SceneWidget::groundPoint(const QPointF &pixel, QVector3D *point) const
+{
+    const ViewCameraRay ray = m_camera.rayThroughPixel(pixel, size());
+    if (std::abs(ray.direction.y()) < 1e-6f)
+        return false;
+    const float t = -ray.origin.y() / ray.direction.y();
+    if (t <= 0.0f)
+        return false;
+    *point = ray.origin + ray.direction * t;
+    point->setY(0.0f);
+    return true;
+}
+
+void SceneWidget::addCurvePoint(const QPointF &pixel)
+{
+    QVector3D hit;
+    if (!groundPoint(pixel, &hit))
+        return;
+    if (m_snap)
+        hit = QVector3D(SceneGizmo::snapped(hit.x(), SceneGizmo::kMoveSnapMetres), 0.0f,
+                        SceneGizmo::snapped(hit.z(), SceneGizmo::kMoveSnapMetres));
+    GuideCurvePoint point;
+    point.anchor_x = hit.x();
+    point.anchor_z = hit.z();
+    point.in_handle_x = point.out_handle_x = hit.x();
+    point.in_handle_z = point.out_handle_z = hit.z();
+
+    if (m_curveIndex >= objectCount() || m_curveIndex < 0 || objects().at(m_curveIndex).guide_index != KindCurve) {
+        m_curveIndex = m_model.addCurve(QString(), {point}, false);
+        return;
+    }
+    GuideObject curve = objects().at(m_curveIndex);
+    curve.curve_points.append(point);
+    applyObjectEdit(m_curveIndex, curve);
+}
+
+void SceneWidget::setGuideImages(const QVector<QImage> &images)
+{
+    m_guideImages = images;
+    m_guideImagesDirty = true;
+    requestRepaint();
+}
+
+void SceneWidget::setHelpOverlayVisible(bool on)
+{
+    if (m_helpVisible == on)
+        return;
+    m_helpVisible = on;
+    requestRepaint();
+}
+
+// ---------------------------------------------------------------------------------------------
+// Keys
+
+bool SceneWidget::event(QEvent *event)
+{
+    // Keep Tab, Delete and the letter keys for the view instead of focus moves and menus.
+    if (event->type() == QEvent::ShortcutOverride) {
+        auto *key = static_cast<QKeyEvent *>(event);
+        const Qt::KeyboardModifiers mods = key->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::ShiftModifier);
+        const bool ctrlOnly = mods == Qt::ControlModifier;
+        switch (key->key()) {
+        case Qt::Key_Z:
+        case Qt::Key_Y:
+        case Qt::Key_U:
+        case Qt::Key_D:
+        case Qt::Key_C:
+        case Qt::Key_V:
+            if (ctrlOnly) {
+                event->accept();
+                return true;
+            }
+            break;
+        case Qt::Key_Delete:
+        case Qt::Key_Escape:
+            event->accept();
+            return true;
+        default:
+            break;
+        }
+    }
+    return QOpenGLWidget::event(event);
+}
+
+void SceneWidget::keyPressEvent(QKeyEvent *event)
+{
+    if (handleKey(event))
+        event->accept();
+    else
+        QOpenGLWidget::keyPressEvent(event);
+}
+
+void SceneWidget::toggleSelectionFlag(bool GuideObject::*flag, bool lensOnly)
+{
+    // If any targeted object has the switch off, all get it on; otherwise all get it off.
+    m_model.toggleFlag(selection(), flag, lensOnly);
+}
+
+bool SceneWidget::handleKey(QKeyEvent *event)
+{
+    const Qt::KeyboardModifiers mods =
+        event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::ShiftModifier);
+    const bool plain = mods == Qt::NoModifier;
+    const bool ctrl = mods == Qt::ControlModifier;
+    const int key = event->key();
+
+    if (key == Qt::Key_Escape) {
+        cancelDrag();
+        endCurveDrawing();
+        m_hoverPart = GizmoPart::None;
+        clearSelection();
+        requestRepaint();
+        return true;
+    }
+    if (ctrl) {
+        switch (key) {
+        case Qt::Key_Z: undo(); return true; // consumed even when there is nothing to undo
+        case Qt::Key_Y:
+        case Qt::Key_U: redo(); return true;
+        case Qt::Key_D: duplicateSelection(); return true;
+        case Qt::Key_C: copySelection(); return true;
+        case Qt::Key_V: pasteFromClipboard(); return true;
+        default: return false;
+        }
+    }
+    if (key == Qt::Key_Delete && plain) {
+        deleteSelection(true);
+        return true;
+    }
+    if (!plain)
+        return false;
+    switch (key) {
+    case Qt::Key_W: setTransformMode(GizmoMove); return true;
+    case Qt::Key_E: setTransformMode(GizmoRotate); return true;
+    case Qt::Key_R: setTransformMode(GizmoScale); return true;
+    case Qt::Key_H: toggleSelectionFlag(&GuideObject::visible, false); return true;
+    case Qt::Key_D: toggleSelectionFlag(&GuideObject::show_dimensions, false); return true;
+    case Qt::Key_G: toggleSelectionFlag(&GuideObject::projector_pixel_footprint_grid_visible, true); return true;
+    case Qt::Key_I: {
+        bool anyLens = false;
+        for (int index : selection())
+            anyLens = anyLens || objects().at(index).hasLens();
+        if (anyLens)
+            toggleSelectionFlag(&GuideObject::show_projector_frustum, true);
+        else
+            setShowProjectorFrustum(!m_showProjectorFrustum);
+        return true;
+    }
+    case Qt::Key_X: setTransformSpace(m_transformSpace == 0 ? 1 : 0); return true;
+    case Qt::Key_P: setViewMode(ViewCameraMode::Perspective); return true;
+    case Qt::Key_V:
+        if (!lookThrough(currentIndex()))
+            setStatus(tr("Select a projector or camera to look through."));
+        return true;
+    case Qt::Key_F: frameSelection(); return true;
+    case Qt::Key_F1: setHelpOverlayVisible(!m_helpVisible); return true;
+    default: break;
+    }
+    return false;
+}
+
+// ---------------------------------------------------------------------------------------------
+// Mouse
+
+GizmoViewport SceneWidget::gizmoViewport() const
+{
+    GizmoViewport viewport;
+    viewport.size = size();
+    viewport.view = m_camera.viewMatrix();
+    viewport.projection = m_camera.projectionMatrix(double(std::max(1, width())) / std::max(1, height()));
+    return viewport;
+}
+
+bool SceneWidget::gizmoFrame(GizmoFrame *frame) const
+{
+    const int index = currentIndex();
+    if (index < 0 || index >= objectCount() || isDrawingCurve())
+        return false;
+    if (m_camera.mode() == ViewCameraMode::ProjectorView && index == m_projectorViewIndex)
+        return false; // the gizmo of the object we look through would sit on the eye
+    const GuideObject &object = objects().at(index);
+    *frame = SceneGizmo::frame(gizmoViewport(), objectPosition(object), objectRotationQuaternion(object),
+                               m_transformSpace == 1, m_transformMode);
+    return true;
+}
+
+GizmoPart SceneWidget::gizmoPartAt(const QPointF &pixel) const
+{
+    GizmoFrame frame;
+    if (!gizmoFrame(&frame))
+        return GizmoPart::None;
+    return SceneGizmo::pick(gizmoViewport(), frame, m_transformMode, pixel);
+}
+
+int SceneWidget::objectAt(const QPointF &pixel) const
+{
+    if (!(m_pickObjects == objects())) {
+        m_pickObjects = objects();
+        m_pickMeshes = buildSceneMeshes(m_pickObjects);
+    }
+    const ViewCameraRay ray = m_camera.rayThroughPixel(pixel, size());
+    SceneRaycastOptions options;
+    options.visibleOnly = true;
+    options.skipLensObjects = false;
+    if (m_camera.mode() == ViewCameraMode::ProjectorView)
+        options.skipIndex = m_projectorViewIndex;
+    const SceneRayHit hit = raycastScene(m_pickObjects, m_pickMeshes, toEigen(ray.origin),
+                                         toEigen(ray.direction).normalized(), options);
+    return hit.hit ? hit.objectIndex : -1;
+}
+
+QPointF SceneWidget::objectPixel(int index) const
+{
+    if (index < 0 || index >= objectCount())
+        return {};
+    QPointF pixel;
+    m_camera.worldToPixel(objectPosition(objects().at(index)), size(), &pixel);
+    return pixel;
+}
+
+void SceneWidget::cancelDrag()
+{
+    if (m_drag == DragKind::Gizmo && m_dragSnapshotPushed) {
+        // The drag ends where the pointer left it; its snapshot stays for undo.
+    }
+    m_drag = DragKind::None;
+    m_dragButton = Qt::NoButton;
+    m_dragPart = GizmoPart::None;
+    m_dragStartObjects.clear();
+}
+
+void SceneWidget::mousePressEvent(QMouseEvent *event)
+{
+    setFocus(Qt::MouseFocusReason);
+    const QPointF pos = event->position();
+    m_pressPos = m_lastPos = pos;
+    m_pressModifiers = event->modifiers();
+    m_dragButton = event->button();
+
+    if (event->modifiers() & Qt::AltModifier) {
+        switch (event->button()) {
+        case Qt::LeftButton: m_drag = DragKind::Orbit; break;
+        case Qt::MiddleButton: m_drag = DragKind::Pan; break;
+        case Qt::RightButton: m_drag = DragKind::Dolly; break;
+        default: m_drag = DragKind::None; break;
+        }
+        event->accept();
+        return;
+    }
+
+    if (isDrawingCurve()) {
+        if (event->button() == Qt::RightButton)
+            endCurveDrawing();
+        else if (event->button() == Qt::LeftButton)
+            addCurvePoint(pos);
+        m_drag = DragKind::None;
+        event->accept();
+        return;
+    }
+
+    if (event->button() == Qt::LeftButton) {
+        m_dragPart = gizmoPartAt(pos);
+        m_drag = DragKind::PendingClick;
+        event->accept();
+        return;
+    }
+    m_drag = DragKind::None;
+    QOpenGLWidget::mousePressEvent(event);
+}
+
+void SceneWidget::beginGizmoDrag()
+{
+    GizmoFrame frame;
+    if (!gizmoFrame(&frame)) {
+        m_drag = DragKind::None;
+        return;
+    }
+    m_drag = DragKind::Gizmo;
+    m_dragFrame = frame;
+    m_dragViewport = gizmoViewport();
+    m_dragStartObjects.clear();
+    m_dragIndices = selection();
+    for (int index : std::as_const(m_dragIndices))
+        m_dragStartObjects.append(objects().at(index));
+    m_dragAngle = 0.0f;
+    m_model.pushUndoSnapshot();
+    m_dragSnapshotPushed = true;
+}
+
+void SceneWidget::updateGizmoDrag(const QPointF &pixel)
+{
+    if (m_dragStartObjects.size() != m_dragIndices.size())
+        return;
+    const GizmoViewport &viewport = m_dragViewport;
+    const int primary = std::max(0, int(m_dragIndices.indexOf(currentIndex())));
+    QVector3D delta;
+    float angle = 0.0f;
+    float factor = 1.0f;
+    QVector3D rotationAxis;
+
+    switch (m_transformMode) {
+    case GizmoMove:
+        if (m_dragPart == GizmoPart::Screen) {
+            delta = SceneGizmo::screenTranslation(viewport, m_dragFrame.origin, m_pressPos, pixel);
+            if (m_snap) {
+                const QVector3D start = objectPosition(m_dragStartObjects.at(primary));
+                delta = SceneGizmo::snapped(start + delta, SceneGizmo::kMoveSnapMetres) - start;
+            }
+        } else {
+            delta = SceneGizmo::axisTranslation(viewport, m_dragFrame, m_dragPart, m_pressPos, pixel);
+            if (m_snap) {
+                const QVector3D axis = m_dragFrame.axis(m_dragPart);
+                const float distance = QVector3D::dotProduct(delta, axis);
+                if (m_transformSpace == 0) {
+                    // World axes: the coordinate itself lands on the grid.
+                    const int i = int(m_dragPart) - int(GizmoPart::XAxis);
+                    const float start = objectPosition(m_dragStartObjects.at(primary))[i];
+                    delta = axis * (SceneGizmo::snapped(start + distance, SceneGizmo::kMoveSnapMetres) - start);
+                } else {
+                    delta = axis * SceneGizmo::snapped(distance, SceneGizmo::kMoveSnapMetres);
+                }
+            }
+        }
+        break;
+    case GizmoRotate:
+        m_dragAngle += SceneGizmo::rotationDegrees(viewport, m_dragFrame, m_dragPart, m_lastPos, pixel);
+        angle = m_snap ? SceneGizmo::snapped(m_dragAngle, SceneGizmo::kRotateSnapDegrees) : m_dragAngle;
+        rotationAxis = SceneGizmo::rotationAxis(viewport, m_dragFrame, m_dragPart);
+        break;
+    case GizmoScale:
+        factor = SceneGizmo::scaleFactor(viewport, m_dragFrame, m_dragPart, m_pressPos, pixel);
+        if (m_snap)
+            factor = std::max(SceneGizmo::kScaleSnapFactor, SceneGizmo::snapped(factor, SceneGizmo::kScaleSnapFactor));
+        break;
+    default:
+        break;
+    }
+
+    for (int i = 0; i < m_dragIndices.size(); ++i) {
+        GuideObject object = m_dragStartObjects.at(i);
+        switch (m_transformMode) {
+        case GizmoMove:
+            setObjectPosition(object, objectPosition(object) + delta);
+            if (object.guide_index == KindDistanceMeasure) {
+                // Measures keep their end points in the scene frame.
+            }
+            break;
+        case GizmoRotate: {
+            const QQuaternion turn = QQuaternion::fromAxisAndAngle(rotationAxis, angle);
+            const QQuaternion rotated = turn * objectRotationQuaternion(object);
+            setObjectPose(object, objectTranslation(object), toEigenRotation(rotated.normalized()));
+            break;
+        }
+        case GizmoScale: {
+            float *fields[3] = {&object.scale_x, &object.scale_y, &object.scale_z};
+            const auto clampScale = [](float v) { return std::clamp(v, 0.0005f, 50.0f); };
+            if (m_dragPart == GizmoPart::Screen) {
+                for (float *f : fields)
+                    *f = clampScale(*f * factor);
+            } else {
+                const int axis = int(m_dragPart) - int(GizmoPart::XAxis);
+                *fields[axis] = clampScale(*fields[axis] * factor);
+            }
+            break;
+        }
+        default:
+            break;
+        }
+        if (GuideObject *target = m_model.mutableObject(m_dragIndices.at(i)))
+            *target = object;
+    }
+    m_lastPos = pixel;
+    m_model.notifyChanged();
+}
+
+void SceneWidget::mouseMoveEvent(QMouseEvent *event)
+{
+    const QPointF pos = event->position();
+    const QPointF d = pos - m_lastPos;
+    switch (m_drag) {
+    case DragKind::Orbit:
+        m_camera.orbit(d.x(), d.y());
+        m_projectorViewIndex = m_camera.mode() == ViewCameraMode::ProjectorView ? m_projectorViewIndex : -1;
+        m_lastPos = pos;
+        Q_EMIT viewStateChanged();
+        requestRepaint();
+        return;
+    case DragKind::Pan:
+        m_camera.pan(d.x(), d.y(), size());
+        m_projectorViewIndex = m_camera.mode() == ViewCameraMode::ProjectorView ? m_projectorViewIndex : -1;
+        m_lastPos = pos;
+        Q_EMIT viewStateChanged();
+        requestRepaint();
+        return;
+    case DragKind::Dolly:
+        m_camera.dolly(d.y() - d.x());
+        m_projectorViewIndex = m_camera.mode() == ViewCameraMode::ProjectorView ? m_projectorViewIndex : -1;
+        m_lastPos = pos;
+        Q_EMIT viewStateChanged();
+        requestRepaint();
+        return;
+    case DragKind::PendingClick:
+        if ((pos - m_pressPos).manhattanLength() >= QApplication::startDragDistance()) {
+            if (m_dragPart != GizmoPart::None) {
+                beginGizmoDrag();
+                if (m_drag == DragKind::Gizmo)
+                    updateGizmoDrag(pos);
+            } else {
+                m_drag = DragKind::None; // a drag on empty space is not a click
+            }
+        }
+        return;
+    case DragKind::Gizmo:
+        updateGizmoDrag(pos);
+        return;
+    case DragKind::None:
+        break;
+    }
+    const GizmoPart hover = gizmoPartAt(pos);
+    if (hover != m_hoverPart) {
+        m_hoverPart = hover;
+        requestRepaint();
+    }
+}
+
+void SceneWidget::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() != m_dragButton) {
+        QOpenGLWidget::mouseReleaseEvent(event);
+        return;
+    }
+    const DragKind drag = m_drag;
+    const bool wasGizmo = drag == DragKind::Gizmo;
+    cancelDrag();
+    m_dragSnapshotPushed = false;
+    if (drag == DragKind::PendingClick)
+        clickSelect(event->position(), m_pressModifiers);
+    if (wasGizmo)
+        Q_EMIT undoStateChanged();
+    event->accept();
+}
+
+void SceneWidget::clickSelect(const QPointF &pixel, Qt::KeyboardModifiers modifiers)
+{
+    const int hit = objectAt(pixel);
+    if (modifiers & (Qt::ShiftModifier | Qt::ControlModifier)) {
+        if (hit < 0)
+            return;
+        QList<int> next = selection();
+        if (next.contains(hit))
+            next.removeAll(hit);
+        else
+            next.append(hit);
+        setSelection(next);
+        return;
+    }
+    selectOnly(hit);
+}
+
+void SceneWidget::wheelEvent(QWheelEvent *event)
+{
+    const double steps = event->angleDelta().y() / 120.0;
+    if (steps != 0.0) {
+        m_camera.zoom(steps);
+        if (m_camera.mode() != ViewCameraMode::ProjectorView)
+            m_projectorViewIndex = -1;
+        Q_EMIT viewStateChanged();
+        requestRepaint();
+    }
+    event->accept();
+}
+
+void SceneWidget::leaveEvent(QEvent *event)
+{
+    if (m_hoverPart != GizmoPart::None) {
+        m_hoverPart = GizmoPart::None;
+        requestRepaint();
+    }
+    QOpenGLWidget::leaveEvent(event);
+}
+
+void SceneWidget::focusOutEvent(QFocusEvent *event)
+{
+    QOpenGLWidget::focusOutEvent(event);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Drawing
+
+bool SceneWidget::rendererReady() const
+{
+    return m_renderer != nullptr;
+}
+
+void SceneWidget::initializeGL()
+{
+    QString error;
+    if (!glContextMeetsSceneRequirements(context(), &error)) {
+        m_rendererError = error;
+        qWarning("%s", qPrintable(error));
+        return;
+    }
+    auto renderer = std::make_unique<SceneRenderer>();
+    if (!renderer->initialize(&error)) {
+        m_rendererError = error;
+        qWarning("%s", qPrintable(error));
+        return;
+    }
+    m_renderer = std::move(renderer);
+}
+
+void SceneWidget::resizeGL(int, int) {}
+
+void SceneWidget::paintGL()
+{
+    if (m_renderer) {
+        if (m_guideImagesDirty) {
+            m_renderer->setGuideImages(m_guideImages);
+            m_guideImagesDirty = false;
+        }
+        SceneRenderSettings settings;
+        settings.showObjects = m_showObjects;
+        settings.gridVisible = m_gridVisible;
+        settings.showAllProjectorFrusta = m_showProjectorFrustum;
+        settings.showObjPolygonLines = m_showPolygonLines;
+        for (int index : selection())
+            settings.selection.append(index);
+        settings.hiddenObjectIndex =
+            m_camera.mode() == ViewCameraMode::ProjectorView ? m_projectorViewIndex : -1;
+        const qreal dpr = devicePixelRatioF();
+        m_renderer->render(objects(), m_camera, settings, defaultFramebufferObject(),
+                           QSize(int(width() * dpr), int(height() * dpr)));
+    }
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    paintOverlay(painter);
+}
+
+void SceneWidget::paintOverlay(QPainter &painter)
+{
+    if (!m_renderer) {
+        painter.fillRect(rect(), QColor(40, 40, 44));
+        painter.setPen(QColor(230, 230, 230));
+        painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap,
+                         m_rendererError.isEmpty() ? tr("The 3D view could not start.") : m_rendererError);
+    }
+    paintGizmo(painter);
+    if (m_helpVisible)
+        paintHelp(painter);
+
+    // View name in the top-right corner.
+    QFont font = painter.font();
+    font.setBold(true);
+    painter.setFont(font);
+    const QString name = viewName();
+    const QRect nameRect = painter.fontMetrics().boundingRect(name).adjusted(-8, -4, 8, 4);
+    QRect placed(QPoint(width() - nameRect.width() - 10, 10), nameRect.size());
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(0, 0, 0, 140));
+    painter.drawRoundedRect(placed, 4, 4);
+    painter.setPen(QColor(240, 240, 240));
+    painter.drawText(placed, Qt::AlignCenter, name);
+
+    if (isDrawingCurve()) {
+        const QString status = SceneTexts::curveDrawingStatus();
+        QRect r = painter.fontMetrics().boundingRect(status).adjusted(-10, -5, 10, 5);
+        r.moveCenter(QPoint(width() / 2, height() - r.height()));
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(QColor(0, 0, 0, 170));
+        painter.drawRoundedRect(r, 4, 4);
+        painter.setPen(QColor(255, 230, 120));
+        painter.drawText(r, Qt::AlignCenter, status);
+    }
+}
+
+void SceneWidget::paintGizmo(QPainter &painter)
+{
+    GizmoFrame frame;
+    if (!gizmoFrame(&frame))
+        return;
+    const GizmoViewport viewport = gizmoViewport();
+    bool inFront = false;
+    viewport.projectToPixel(frame.origin, &inFront);
+    if (!inFront)
+        return;
+    const GizmoPart active = m_drag == DragKind::Gizmo ? m_dragPart : m_hoverPart;
+    auto penFor = [&](GizmoPart part, const QColor &base, qreal width) {
+        return QPen(part == active ? kHoverColor : base, part == active ? width + 1.5 : width, Qt::SolidLine,
+                    Qt::RoundCap, Qt::RoundJoin);
+    };
+    if (m_transformMode == GizmoRotate) {
+        const QVector<QPointF> ring = SceneGizmo::partOutline(viewport, frame, m_transformMode, GizmoPart::Ring);
+        painter.setPen(penFor(GizmoPart::Ring, QColor(220, 220, 220), 2.0));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawPolyline(ring.constData(), int(ring.size()));
+    }
+    for (int i = 0; i < 3; ++i) {
+        const GizmoPart part = GizmoPart(int(GizmoPart::XAxis) + i);
+        const QVector<QPointF> line = SceneGizmo::partOutline(viewport, frame, m_transformMode, part);
+        if (line.size() < 2)
+            continue;
+        painter.setPen(penFor(part, kAxisColors[i], 3.0));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawPolyline(line.constData(), int(line.size()));
+        if (m_transformMode == GizmoMove) {
+            // Arrow head.
+            const QPointF tip = line.last();
+            const QPointF dir = tip - line.first();
+            const double len = std::hypot(dir.x(), dir.y());
+            if (len > 1.0) {
+                const QPointF u = dir / len;
+                const QPointF n(-u.y(), u.x());
+                const QPointF head[3] = {tip + u * 10.0, tip + n * 5.0, tip - n * 5.0};
+                painter.setBrush(part == active ? kHoverColor : kAxisColors[i]);
+                painter.setPen(Qt::NoPen);
+                painter.drawPolygon(head, 3);
+            }
+        } else if (m_transformMode == GizmoScale) {
+            painter.setBrush(part == active ? kHoverColor : kAxisColors[i]);
+            painter.setPen(Qt::NoPen);
+            painter.drawRect(QRectF(line.last() - QPointF(5, 5), QSizeF(10, 10)));
+        }
+    }
+    if (m_transformMode != GizmoRotate) {
+        const QVector<QPointF> square = SceneGizmo::partOutline(viewport, frame, m_transformMode, GizmoPart::Screen);
+        painter.setPen(penFor(GizmoPart::Screen, QColor(235, 235, 235), 2.0));
+        painter.setBrush(QColor(255, 255, 255, 40));
+        painter.drawPolygon(square.constData(), int(square.size()));
+    }
+}
+
+void SceneWidget::paintHelp(QPainter &painter)
+{
+    const QStringList lines = SceneTexts::helpLines();
+    QFont font = painter.font();
+    font.setBold(true);
+    const QFontMetrics titleMetrics(font);
+    QFont plain = font;
+    plain.setBold(false);
+    const QFontMetrics lineMetrics(plain);
+    int w = titleMetrics.horizontalAdvance(SceneTexts::helpTitle());
+    for (const QString &line : lines)
+        w = std::max(w, lineMetrics.horizontalAdvance(line));
+    const int lineHeight = lineMetrics.height();
+    const QRect box(10, 10, w + 20, (int(lines.size()) + 1) * lineHeight + 18);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(0, 0, 0, 150));
+    painter.drawRoundedRect(box, 6, 6);
+    painter.setPen(QColor(255, 255, 255));
+    painter.setFont(font);
+    int y = box.top() + 8 + titleMetrics.ascent();
+    painter.drawText(box.left() + 10, y, SceneTexts::helpTitle());
+    painter.setFont(plain);
+    painter.setPen(QColor(220, 220, 220));
+    y += 4;
+    for (const QString &line : lines) {
+        y += lineHeight;
+        painter.drawText(box.left() + 10, y, line);
+    }
+}

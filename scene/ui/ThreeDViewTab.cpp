@@ -1,0 +1,498 @@
+#include "scene/ui/ThreeDViewTab.h"
+
+#include "scene/SceneModel.h"
+#include "scene/ui/SceneAddObjectDialog.h"
+#include "scene/ui/ScenePropertyPanel.h"
+#include "scene/ui/SceneWidget.h"
+
+#include <QAction>
+#include <QActionGroup>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QImageReader>
+#include <QInputDialog>
+#include <QLabel>
+#include <QListWidget>
+#include <QMainWindow>
+#include <QMenu>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QTimer>
+#include <QToolBar>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+ThreeDViewTab::ThreeDViewTab(QWidget *parent)
+    : QWidget(parent)
+{
+    setObjectName(QStringLiteral("vantreoThreeDViewTab"));
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+
+    m_view = new SceneWidget(this);
+    m_panel = new ScenePropertyPanel(this);
+    m_list = new QListWidget(this);
+    m_list->setObjectName(QStringLiteral("vantreoSceneObjectList"));
+    m_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_status = new QLabel(this);
+    m_status->setObjectName(QStringLiteral("vantreoSceneStatus"));
+    m_status->setContentsMargins(8, 3, 8, 3);
+
+    buildAddMenu();
+    buildToolBar();
+    layout->addWidget(m_toolBar);
+
+    auto *side = new QSplitter(Qt::Vertical, this);
+    auto *listBox = new QWidget(side);
+    auto *listLayout = new QVBoxLayout(listBox);
+    listLayout->setContentsMargins(4, 4, 4, 0);
+    listLayout->addWidget(new QLabel(tr("Objects"), listBox));
+    listLayout->addWidget(m_list);
+    side->addWidget(listBox);
+    side->addWidget(m_panel);
+    side->setStretchFactor(0, 1);
+    side->setStretchFactor(1, 3);
+
+    auto *main = new QSplitter(Qt::Horizontal, this);
+    main->addWidget(m_view);
+    main->addWidget(side);
+    main->setStretchFactor(0, 4);
+    main->setStretchFactor(1, 1);
+    main->setSizes({900, 340});
+    layout->addWidget(main, 1);
+    layout->addWidget(m_status);
+
+    connect(m_view, &SceneWidget::sceneChanged, this, [this] {
+        rebuildObjectList();
+        syncPanel();
+        Q_EMIT sceneChanged();
+    });
+    connect(m_view, &SceneWidget::selectionChanged, this, [this] {
+        syncListSelection();
+        syncPanel();
+    });
+    connect(m_view, &SceneWidget::viewStateChanged, this, [this] {
+        syncViewActions();
+        Q_EMIT sceneChanged();
+    });
+    connect(m_view, &SceneWidget::undoStateChanged, this, &ThreeDViewTab::undoStateChanged);
+    connect(m_view, &SceneWidget::statusMessage, this, &ThreeDViewTab::showStatus);
+    connect(m_panel, &ScenePropertyPanel::objectEdited, this,
+            [this](int index, const GuideObject &edited) { m_view->applyObjectEdit(index, edited); });
+    connect(m_list, &QListWidget::itemSelectionChanged, this, [this] {
+        if (m_syncingList)
+            return;
+        QList<int> indices;
+        for (QListWidgetItem *item : m_list->selectedItems())
+            indices.append(m_list->row(item));
+        // The current item stays the primary selection (the gizmo's object).
+        const int current = m_list->currentRow();
+        if (indices.contains(current)) {
+            indices.removeAll(current);
+            indices.append(current);
+        }
+        m_view->setSelection(indices);
+    });
+
+    m_guidePoll = new QTimer(this);
+    m_guidePoll->setInterval(1000);
+    connect(m_guidePoll, &QTimer::timeout, this, &ThreeDViewTab::refreshGuideSources);
+
+    setViewSettings(Guide3DViewSettings::created());
+}
+
+ThreeDViewTab::~ThreeDViewTab() = default;
+
+void ThreeDViewTab::buildToolBar()
+{
+    m_toolBar = new QToolBar(this);
+    m_toolBar->setObjectName(QStringLiteral("vantreoSceneToolBar"));
+    m_toolBar->setToolButtonStyle(Qt::ToolButtonTextOnly);
+
+    auto *addButton = new QToolButton(m_toolBar);
+    addButton->setText(tr("Add"));
+    addButton->setObjectName(QStringLiteral("vantreoSceneAddButton"));
+    addButton->setMenu(m_addMenu);
+    addButton->setPopupMode(QToolButton::InstantPopup);
+    m_toolBar->addWidget(addButton);
+    m_toolBar->addSeparator();
+
+    m_modeGroup = new QActionGroup(this);
+    const QString modeNames[3] = {tr("Move (W)"), tr("Rotate (E)"), tr("Scale (R)")};
+    for (int i = 0; i < 3; ++i) {
+        m_modeActions[i] = m_toolBar->addAction(modeNames[i]);
+        m_modeActions[i]->setCheckable(true);
+        m_modeGroup->addAction(m_modeActions[i]);
+        connect(m_modeActions[i], &QAction::triggered, this, [this, i] { m_view->setTransformMode(i); });
+    }
+    m_localAction = m_toolBar->addAction(tr("Local Axes (X)"));
+    m_localAction->setCheckable(true);
+    connect(m_localAction, &QAction::toggled, this, [this](bool on) { m_view->setTransformSpace(on ? 1 : 0); });
+    m_snapAction = m_toolBar->addAction(tr("Snap"));
+    m_snapAction->setCheckable(true);
+    connect(m_snapAction, &QAction::toggled, m_view, &SceneWidget::setSnapEnabled);
+    m_toolBar->addSeparator();
+
+    auto *viewMenu = new QMenu(tr("View"), this);
+    viewMenu->addAction(tr("Perspective (P)"), this, [this] { m_view->setViewMode(ViewCameraMode::Perspective); });
+    viewMenu->addAction(tr("Front"), this, [this] { m_view->setViewMode(ViewCameraMode::Front); });
+    viewMenu->addAction(tr("Side"), this, [this] { m_view->setViewMode(ViewCameraMode::Side); });
+    viewMenu->addAction(tr("Projector View (V)"), this, [this] {
+        if (!m_view->lookThrough(m_view->currentIndex()))
+            showStatus(tr("Select a projector or camera to look through."), 4000);
+    });
+    viewMenu->addAction(tr("Frame Selection (F)"), m_view, &SceneWidget::frameSelection);
+    viewMenu->addSeparator();
+    m_objectsAction = viewMenu->addAction(tr("Show Objects"));
+    m_objectsAction->setCheckable(true);
+    connect(m_objectsAction, &QAction::toggled, m_view, &SceneWidget::setShowObjects);
+    m_gridAction = viewMenu->addAction(tr("Show Grid"));
+    m_gridAction->setCheckable(true);
+    connect(m_gridAction, &QAction::toggled, m_view, &SceneWidget::setGridVisible);
+    m_frustumAction = viewMenu->addAction(tr("Show All Projector Frusta"));
+    m_frustumAction->setCheckable(true);
+    connect(m_frustumAction, &QAction::toggled, m_view, &SceneWidget::setShowProjectorFrustum);
+    m_polygonAction = viewMenu->addAction(tr("Show OBJ Polygon Lines"));
+    m_polygonAction->setCheckable(true);
+    connect(m_polygonAction, &QAction::toggled, m_view, &SceneWidget::setShowPolygonLines);
+    m_helpAction = viewMenu->addAction(tr("Show Viewport Controls"));
+    m_helpAction->setCheckable(true);
+    connect(m_helpAction, &QAction::toggled, m_view, &SceneWidget::setHelpOverlayVisible);
+    auto *viewButton = new QToolButton(m_toolBar);
+    viewButton->setText(tr("View"));
+    viewButton->setMenu(viewMenu);
+    viewButton->setPopupMode(QToolButton::InstantPopup);
+    m_toolBar->addWidget(viewButton);
+
+    auto *editMenu = new QMenu(tr("Edit"), this);
+    editMenu->addAction(tr("Copy"), m_view, &SceneWidget::copySelection);
+    editMenu->addAction(tr("Paste"), m_view, &SceneWidget::pasteFromClipboard);
+    editMenu->addAction(tr("Duplicate"), m_view, &SceneWidget::duplicateSelection);
+    editMenu->addAction(tr("Delete"), this, [this] { m_view->deleteSelection(true); });
+    auto *editButton = new QToolButton(m_toolBar);
+    editButton->setText(tr("Edit"));
+    editButton->setMenu(editMenu);
+    editButton->setPopupMode(QToolButton::InstantPopup);
+    m_toolBar->addWidget(editButton);
+}
+
+void ThreeDViewTab::buildAddMenu()
+{
+    m_addMenu = new QMenu(tr("Add"), this);
+    m_addMenu->setObjectName(QStringLiteral("vantreoSceneAddMenu"));
+    const struct {
+        AddKind kind;
+        const char *text;
+    } entries[] = {
+        {AddPlane, QT_TR_NOOP("Plane")},
+        {AddCirclePlane, QT_TR_NOOP("Circle Plane")},
+        {AddCylinderWall, QT_TR_NOOP("Cylinder Wall")},
+        {AddDome, QT_TR_NOOP("Dome")},
+        {AddSphere, QT_TR_NOOP("Sphere")},
+        {AddHorseshoe, QT_TR_NOOP("Horseshoe")},
+        {AddLShape, QT_TR_NOOP("L Shape")},
+        {AddPerson, QT_TR_NOOP("Person")},
+        {AddProjector, QT_TR_NOOP("Projector")},
+        {AddCamera, QT_TR_NOOP("Camera")},
+        {AddCurve, QT_TR_NOOP("Curve")},
+        {AddDistanceMeasure, QT_TR_NOOP("Distance Measure")},
+        {AddComment, QT_TR_NOOP("Comment")},
+        {AddGuide, QT_TR_NOOP("Guide")},
+        {AddImage, QT_TR_NOOP("Image")},
+    };
+    for (const auto &entry : entries) {
+        if (entry.kind == AddProjector || entry.kind == AddCurve || entry.kind == AddGuide)
+            m_addMenu->addSeparator();
+        QAction *action = m_addMenu->addAction(tr(entry.text));
+        action->setData(int(entry.kind));
+        const AddKind kind = entry.kind;
+        connect(action, &QAction::triggered, this, [this, kind] { addObject(kind, true); });
+    }
+}
+
+void ThreeDViewTab::showStatus(const QString &text, int timeoutMs)
+{
+    m_status->setText(text);
+    if (auto *window = qobject_cast<QMainWindow *>(this->window())) {
+        if (text.isEmpty())
+            window->statusBar()->clearMessage();
+        else
+            window->statusBar()->showMessage(text, timeoutMs);
+    }
+    if (timeoutMs > 0 && !text.isEmpty()) {
+        QTimer::singleShot(timeoutMs, m_status, [label = m_status, text] {
+            if (label->text() == text)
+                label->clear();
+        });
+    }
+}
+
+Guide3DViewSettings ThreeDViewTab::viewSettings() const
+{
+    return m_view->viewSettings();
+}
+
+void ThreeDViewTab::setViewSettings(const Guide3DViewSettings &settings)
+{
+    m_view->setViewSettings(settings);
+    rebuildObjectList();
+    syncListSelection();
+    syncPanel();
+    syncViewActions();
+}
+
+bool ThreeDViewTab::undo() { return m_view->undo(); }
+bool ThreeDViewTab::redo() { return m_view->redo(); }
+bool ThreeDViewTab::canUndo() const { return m_view->canUndo(); }
+bool ThreeDViewTab::canRedo() const { return m_view->canRedo(); }
+
+void ThreeDViewTab::setGuideSources(const QStringList &names, const QVector<QImage> &images)
+{
+    QList<qint64> keys;
+    for (const QImage &image : images)
+        keys.append(image.cacheKey());
+    if (names == m_guideNames && keys == m_guideImageKeys)
+        return; // nothing new: keep the uploaded textures
+    m_guideImageKeys = keys;
+    m_guideNames = names;
+    m_panel->setGuideNames(names);
+    m_view->setGuideImages(images);
+}
+
+void ThreeDViewTab::setGuideSourceProvider(GuideSourceProvider provider)
+{
+    m_provider = std::move(provider);
+    refreshGuideSources();
+}
+
+void ThreeDViewTab::refreshGuideSources()
+{
+    if (!m_provider)
+        return;
+    QStringList names;
+    QVector<QImage> images;
+    m_provider(&names, &images);
+    setGuideSources(names, images);
+}
+
+void ThreeDViewTab::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    // Guides are edited in other tabs; pick up their latest images when we come back, and
+    // keep looking while shown, since a guide renders in the background.
+    refreshGuideSources();
+    if (m_provider)
+        m_guidePoll->start();
+}
+
+void ThreeDViewTab::hideEvent(QHideEvent *event)
+{
+    QWidget::hideEvent(event);
+    m_guidePoll->stop();
+}
+
+void ThreeDViewTab::rebuildObjectList()
+{
+    const QVector<GuideObject> &objects = m_view->objects();
+    m_syncingList = true;
+    if (m_list->count() != objects.size()) {
+        m_list->clear();
+        for (const GuideObject &object : objects)
+            m_list->addItem(object.name);
+    }
+    for (int i = 0; i < objects.size(); ++i) {
+        QListWidgetItem *item = m_list->item(i);
+        if (item->text() != objects[i].name)
+            item->setText(objects[i].name);
+        const QColor text = objects[i].visible ? palette().color(QPalette::Text)
+                                               : palette().color(QPalette::Disabled, QPalette::Text);
+        item->setForeground(text);
+    }
+    m_syncingList = false;
+    syncListSelection();
+}
+
+void ThreeDViewTab::syncListSelection()
+{
+    m_syncingList = true;
+    const QList<int> selection = m_view->selection();
+    for (int i = 0; i < m_list->count(); ++i)
+        m_list->item(i)->setSelected(selection.contains(i));
+    const int current = m_view->currentIndex();
+    if (current >= 0 && current < m_list->count()) {
+        m_list->setCurrentRow(current, QItemSelectionModel::NoUpdate);
+        m_list->scrollToItem(m_list->item(current));
+    }
+    m_syncingList = false;
+}
+
+void ThreeDViewTab::syncPanel()
+{
+    const int index = m_view->currentIndex();
+    if (index >= 0 && index < m_view->objectCount())
+        m_panel->setObject(index, &m_view->objects().at(index));
+    else
+        m_panel->setObject(-1, nullptr);
+}
+
+void ThreeDViewTab::syncViewActions()
+{
+    const QSignalBlocker b1(m_localAction), b2(m_snapAction), b3(m_objectsAction), b4(m_gridAction),
+        b5(m_frustumAction), b6(m_polygonAction), b7(m_helpAction);
+    m_modeActions[m_view->transformMode()]->setChecked(true);
+    m_localAction->setChecked(m_view->transformSpace() == 1);
+    m_snapAction->setChecked(m_view->snapEnabled());
+    m_objectsAction->setChecked(m_view->showObjects());
+    m_gridAction->setChecked(m_view->gridVisible());
+    m_frustumAction->setChecked(m_view->showProjectorFrustum());
+    m_polygonAction->setChecked(m_view->showPolygonLines());
+    m_helpAction->setChecked(m_view->helpOverlayVisible());
+}
+
+int ThreeDViewTab::addObject(AddKind kind, bool ask)
+{
+    using Dialog = SceneAddObjectDialog;
+    SceneModel &model = m_view->model();
+
+    // Asks with the kind's dialog (or takes the defaults); false on Cancel.
+    QString name;
+    QVector<int> v;
+    auto run = [&](const QString &title, const QString &defaultName, const QVector<Dialog::Field> &fields,
+                   Dialog *prepared = nullptr) {
+        v.clear();
+        for (const Dialog::Field &f : fields)
+            v.append(f.value);
+        if (!ask)
+            return true;
+        std::unique_ptr<Dialog> own;
+        Dialog *dialog = prepared;
+        if (!dialog) {
+            own = std::make_unique<Dialog>(title, defaultName, fields, this);
+            dialog = own.get();
+        }
+        if (dialog->exec() != QDialog::Accepted)
+            return false;
+        name = dialog->name();
+        v = dialog->values();
+        return true;
+    };
+
+    int index = -1;
+    switch (kind) {
+    case AddPlane:
+        if (run(tr("Add Plane"), tr("Plane"), {Dialog::size(tr("Width"), 2000), Dialog::size(tr("Height"), 1000)}))
+            index = model.addPlane(name, v[0], v[1]);
+        break;
+    case AddCirclePlane:
+        if (run(tr("Add Circle Plane"), tr("Circle Plane"),
+                {Dialog::size(tr("Width"), 2000), Dialog::size(tr("Height"), 2000),
+                 Dialog::radius(tr("Hole radius"), 0)}))
+            index = model.addCirclePlane(name, v[0], v[1], v[2]);
+        break;
+    case AddCylinderWall:
+        if (run(tr("Add Cylinder Wall"), tr("Cylinder Wall"),
+                {Dialog::size(tr("Arc length"), 4000), Dialog::size(tr("Height"), 2500),
+                 Dialog::degrees(tr("Angle"), 90)}))
+            index = model.addCylinderWall(name, v[0], v[1], v[2]);
+        break;
+    case AddDome:
+        if (run(tr("Add Dome"), tr("Dome"),
+                {Dialog::radius(tr("Radius"), 3000), Dialog::radius(tr("Height"), 3000),
+                 Dialog::segments(tr("Segments around"), 48), Dialog::segments(tr("Segments up"), 16)}))
+            index = model.addDome(name, v[0], v[1], v[2], v[3]);
+        break;
+    case AddSphere:
+        if (run(tr("Add Sphere"), tr("Sphere"),
+                {Dialog::size(tr("Radius"), 1000), Dialog::size(tr("Height"), 1000),
+                 Dialog::segments(tr("Segments around"), 48), Dialog::segments(tr("Segments up"), 24)}))
+            index = model.addSphere(name, v[0], v[1], v[2], v[3]);
+        break;
+    case AddHorseshoe:
+        if (run(tr("Add Horseshoe"), tr("Horseshoe"),
+                {Dialog::size(tr("Width"), 4000), Dialog::size(tr("Depth"), 3000), Dialog::size(tr("Height"), 2500),
+                 Dialog::radius(tr("Bend radius"), 1000), Dialog::segments(tr("U lines"), 24),
+                 Dialog::segments(tr("V lines"), 8), Dialog::segments(tr("Round lines"), 12)}))
+            index = model.addHorseshoe(name, v[0], v[1], v[2], v[3], v[4], v[5], v[6]);
+        break;
+    case AddLShape:
+        if (run(tr("Add L Shape"), tr("L Shape"),
+                {Dialog::size(tr("Width"), 3000), Dialog::size(tr("Height"), 2500), Dialog::size(tr("Depth"), 3000),
+                 Dialog::radius(tr("Corner radius"), 0)}))
+            index = model.addLShape(name, v[0], v[1], v[2], v[3]);
+        break;
+    case AddPerson:
+        if (run(tr("Add Person"), tr("Person"),
+                {Dialog::size(tr("Height"), 1700), Dialog::Field{tr("Width (0 = from height)"), 0, 0, 100000,
+                                                                 QStringLiteral("mm")}}))
+            index = model.addPerson(name, v[0], v[1]);
+        break;
+    case AddProjector:
+        if (run(tr("Add Projector"), tr("Projector"),
+                {Dialog::size(tr("Body width"), 300), Dialog::size(tr("Body height"), 150),
+                 Dialog::size(tr("Body depth"), 300)}))
+            index = model.addProjector(name, v[0], v[1], v[2], true);
+        break;
+    case AddCamera:
+        if (run(tr("Add Camera"), tr("Camera"),
+                {Dialog::size(tr("Body width"), 150), Dialog::size(tr("Body height"), 100),
+                 Dialog::size(tr("Body depth"), 150)}))
+            index = model.addCamera(name, v[0], v[1], v[2]);
+        break;
+    case AddCurve:
+        m_view->setFocus();
+        m_view->beginCurveDrawing();
+        return -1; // the curve appears with its first point
+    case AddDistanceMeasure:
+        if (run(tr("Add Distance Measure"), tr("Distance Measure"), {Dialog::size(tr("Length"), 1000)}))
+            index = model.addDistanceMeasure(name, v[0]);
+        break;
+    case AddComment: {
+        QString text = tr("Comment");
+        if (ask) {
+            bool ok = false;
+            text = QInputDialog::getText(this, tr("Add Comment"), tr("Comment text"), QLineEdit::Normal, QString(), &ok);
+            if (!ok)
+                return -1;
+        }
+        index = model.addComment(QString(), text);
+        break;
+    }
+    case AddGuide: {
+        QStringList guides = m_guideNames;
+        if (guides.isEmpty())
+            guides.append(tr("Guide 1"));
+        int guideIndex = 0;
+        Dialog dialog(tr("Add Guide"), tr("Guide"), {Dialog::size(tr("Width"), 4000), Dialog::size(tr("Height"), 2250)},
+                      this);
+        dialog.setChoice(tr("Guide tab"), guides, 0);
+        if (!run(QString(), QString(), {Dialog::size(tr("Width"), 4000), Dialog::size(tr("Height"), 2250)}, &dialog))
+            break;
+        if (ask)
+            guideIndex = std::max(0, dialog.choice());
+        index = model.addGuide(name, guideIndex, v[0], v[1]);
+        break;
+    }
+    case AddImage: {
+        QString path;
+        int heightMm = 1125;
+        if (ask) {
+            path = QFileDialog::getOpenFileName(this, tr("Add Image"), QString(),
+                                                tr("Images (*.png *.jpg *.jpeg *.bmp *.tif *.tiff *.webp);;All files (*)"));
+            if (path.isEmpty())
+                return -1;
+            const QSize size = QImageReader(path).size();
+            if (size.isValid() && size.width() > 0)
+                heightMm = std::max(1, int(std::lround(2000.0 * size.height() / size.width())));
+        }
+        if (run(tr("Add Image"), ask ? QFileInfo(path).completeBaseName() : tr("Image"),
+                {Dialog::size(tr("Width"), 2000), Dialog::size(tr("Height"), heightMm)}))
+            index = model.addImage(name.isEmpty() && ask ? QFileInfo(path).completeBaseName() : name, path, v[0], v[1]);
+        break;
+    }
+    }
+    if (index >= 0)
+        m_view->setFocus();
+    return index;
+}
