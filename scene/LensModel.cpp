@@ -39,6 +39,44 @@ FrameAtDepth frameAtDepth(const LensIntrinsics &lens, double depth)
     return f;
 }
 
+// The per-lens constants of the projection test, computed once.
+struct LensConstants {
+    double t, sx, sy, a;
+    bool flipU, flipV;
+    int width, height;
+};
+
+LensConstants lensConstants(const LensIntrinsics &lens)
+{
+    return {clampedThrowRatio(lens.throwRatio), lensShiftFraction(lens.lensShiftX), lensShiftFraction(lens.lensShiftY),
+            lensAspect(lens.width, lens.height), lens.flipH != lens.rotate180, lens.flipV != lens.rotate180,
+            atLeastOne(lens.width), atLeastOne(lens.height)};
+}
+
+LensProjection projectWithConstants(const LensConstants &k, const Eigen::Vector3d &q, double throwDistance)
+{
+    LensProjection p;
+    const double d = -q.z();
+    p.depth = d;
+    p.inDepthRange = d > 0.0001 && !(d > throwDistance);
+    const double hw = d / (2.0 * k.t);
+    const double hh = hw / k.a;
+    const double cx = 2.0 * hw * k.sx;
+    const double cy = -2.0 * hh * k.sy;
+    double u = (q.x() - (cx - hw)) / std::max(0.0001, 2.0 * hw);
+    double v = ((cy + hh) - q.y()) / std::max(0.0001, 2.0 * hh);
+    if (k.flipU)
+        u = 1.0 - u;
+    if (k.flipV)
+        v = 1.0 - v;
+    p.u = u;
+    p.v = v;
+    p.px = u * k.width;
+    p.py = v * k.height;
+    p.inside = p.inDepthRange && u >= 0.0 && u <= 1.0 && v >= 0.0 && v <= 1.0;
+    return p;
+}
+
 double depthOf(const LensPose &pose, const Eigen::Vector3d &world)
 {
     return -(pose.rotation.transpose() * (world - pose.position)).z();
@@ -110,20 +148,7 @@ void applyLensFlips(const LensIntrinsics &lens, double &u, double &v)
 
 LensProjection projectLensFramePoint(const LensIntrinsics &lens, const Eigen::Vector3d &q, double throwDistance)
 {
-    LensProjection p;
-    const double d = -q.z();
-    p.depth = d;
-    p.inDepthRange = d > 0.0001 && !(d > throwDistance);
-    const FrameAtDepth f = frameAtDepth(lens, d);
-    double u = (q.x() - (f.cx - f.hw)) / std::max(0.0001, 2.0 * f.hw);
-    double v = ((f.cy + f.hh) - q.y()) / std::max(0.0001, 2.0 * f.hh);
-    applyLensFlips(lens, u, v);
-    p.u = u;
-    p.v = v;
-    p.px = u * atLeastOne(lens.width);
-    p.py = v * atLeastOne(lens.height);
-    p.inside = p.inDepthRange && u >= 0.0 && u <= 1.0 && v >= 0.0 && v <= 1.0;
-    return p;
+    return projectWithConstants(lensConstants(lens), q, throwDistance);
 }
 
 LensProjection projectWorldPoint(const LensIntrinsics &lens, const LensPose &pose, const Eigen::Vector3d &world,
@@ -344,7 +369,16 @@ int LensModel::height() const
 
 LensProjection LensModel::project(const Eigen::Vector3d &world) const
 {
-    return projectWorldPoint(m_lens, m_pose, world, m_throwDistance);
+    const LensConstants k = lensConstants(m_lens);
+    return projectWithConstants(k, m_pose.rotation.transpose() * (world - m_pose.position), m_throwDistance);
+}
+
+void LensModel::projectMany(const Eigen::Vector3d *world, size_t count, LensProjection *out) const
+{
+    const LensConstants k = lensConstants(m_lens);
+    const Eigen::Matrix3d toLens = m_pose.rotation.transpose();
+    for (size_t i = 0; i < count; ++i)
+        out[i] = projectWithConstants(k, toLens * (world[i] - m_pose.position), m_throwDistance);
 }
 
 LensRay LensModel::ray(double u, double v) const

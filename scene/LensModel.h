@@ -138,6 +138,8 @@ public:
     int height() const;
 
     LensProjection project(const Eigen::Vector3d &world) const;
+    // The same test for many points, with the per-lens constants computed once.
+    void projectMany(const Eigen::Vector3d *world, size_t count, LensProjection *out) const;
     LensRay ray(double u, double v) const;
     LensRay pixelRay(double px, double py) const;
 

@@ -51,6 +51,10 @@ SceneMesh buildObjectMesh(const GuideObject &o)
     if (o.flip_normals)
         flipMeshNormals(mesh);
     mesh.closed = isMeshClosed(mesh);
+    double radius2 = 0.0;
+    for (const SceneVertex &v : mesh.vertices)
+        radius2 = std::max(radius2, double(v.px) * v.px + double(v.py) * v.py + double(v.pz) * v.pz);
+    mesh.boundingRadius = float(std::sqrt(radius2));
     return mesh;
 }
 

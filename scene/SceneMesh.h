@@ -26,6 +26,8 @@ struct SceneMesh {
     std::vector<QVector3D> lines;         // wire grid: pairs of end points
     // True when every triangle edge is shared by exactly two triangles (a watertight shape).
     bool closed = false;
+    // Radius of a sphere about the local origin holding every vertex (0 when not computed).
+    float boundingRadius = 0.0f;
     // Number of wire-grid lines (each a polyline of one or more segments in `lines`).
     int gridLineCount = 0;
 

@@ -78,14 +78,17 @@ SceneRayHit raycastScene(const QVector<GuideObject> &objects, const std::vector<
         if (mesh.indices.empty())
             continue;
         // Cheap rejection with the mesh's bounding sphere about the object origin.
-        double radius = 0.0;
-        for (const SceneVertex &v : mesh.vertices)
-            radius = std::max(radius, double(v.px) * v.px + double(v.py) * v.py + double(v.pz) * v.pz);
-        radius = std::sqrt(radius);
+        double radius = mesh.boundingRadius;
+        if (!(radius > 0.0)) {
+            for (const SceneVertex &v : mesh.vertices)
+                radius = std::max(radius, double(v.px) * v.px + double(v.py) * v.py + double(v.pz) * v.pz);
+            radius = std::sqrt(radius);
+        }
+        radius *= 1.0001;
         const Eigen::Vector3d centre = objectTranslation(object);
         const Eigen::Vector3d oc = centre - origin;
         const double along = oc.dot(direction);
-        if ((oc - along * direction).norm() > radius * 1.0001 + 1e-9 || along + radius < options.minDistance
+        if ((oc - along * direction).norm() > radius + 1e-9 || along + radius < options.minDistance
             || along - radius > limit)
             continue;
         SceneRayHit hit = raycastMesh(mesh, objectToWorld(object).matrix(), origin, direction, options.minDistance, limit);
