@@ -5,13 +5,9 @@
 #include "guide/PngWriter.h"
 #include "guide/ProjectorLayout.h"
 
-#if __has_include("project/ProjectFile.h")
 #include "project/ProjectFile.h"
-#define VG_HAVE_PROJECT_FILE 1
-#endif
 
 #include <QFile>
-#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -56,20 +52,11 @@ bool loadGuideForCli(const QString &path, int index, GuideSettings *settings, QS
     QList<GuideSettings> guides;
     int active = 0;
     if (isProjectRoot(root)) {
-#ifdef VG_HAVE_PROJECT_FILE
         ProjectDocument project;
         if (!loadProjectDocument(path, &project, error))
             return false;
         guides = project.guides;
         active = project.activeGuide;
-#else
-        const QJsonArray array = root.value(QStringLiteral("guides")).toArray();
-        for (const QJsonValue &entry : array) {
-            if (entry.isObject())
-                guides.append(guideSettingsFromJson(entry.toObject()));
-        }
-        active = std::clamp(root.value(QStringLiteral("active_guide")).toInt(0), 0, std::max(0, int(guides.size()) - 1));
-#endif
     } else {
         guides.append(guideSettingsFromJson(root));
     }
