@@ -191,14 +191,14 @@ SceneMesh buildLShapeMesh(const GuideObject &o)
     if (top) {
         addLine(current, hy, hz, hy, topBack, -1.0, 0.0, wireV, true);
         if (wall && round)
-            addBend(current, hy - r, -hz + r, r, M_PI / 2.0, M_PI, bendShading, wireRound);
+            addBend(current, hy - r, -hz + r, r, 0.0, -M_PI / 2.0, bendShading, wireRound);
         if (!wall)
             flush();
     }
     if (wall) {
         addLine(current, wallTop, -hz, wallBottom, -hz, 0.0, 1.0, wireV, current.samples.empty());
         if (floor && round)
-            addBend(current, -hy + r, -hz + r, r, M_PI, 1.5 * M_PI, bendShading, wireRound);
+            addBend(current, -hy + r, -hz + r, r, -M_PI / 2.0, -M_PI, bendShading, wireRound);
         if (!floor)
             flush();
     }

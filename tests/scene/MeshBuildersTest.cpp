@@ -251,6 +251,19 @@ TEST(MeshBuilders, LShapesAndBoxes)
             }
         }
     }
+    // Every face of the profile looks into the shape, and stays inside its half extents.
+    for (int radius : {0, 600}) {
+        SceneModel shapes;
+        GuideObject c = shapes.object(shapes.addLShape(QString(), 3000, 2500, 2000, radius));
+        c.box_top = true;
+        const SceneMesh m = buildObjectMesh(c);
+        for (const SceneVertex &v : m.vertices) {
+            ASSERT_GT(-(v.nx * v.px + v.ny * v.py + v.nz * v.pz), 0.0f) << radius;
+            ASSERT_LE(std::abs(v.py), 1.2501f);
+            ASSERT_LE(std::abs(v.pz), 1.0001f);
+        }
+    }
+
     SceneModel scene;
     GuideObject l = scene.object(scene.addLShape(QString(), 3000, 2500, 2000, 0));
     l.box_u_lines = 4;
