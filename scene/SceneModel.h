@@ -60,7 +60,7 @@ public:
     int addLShape(const QString &name, int widthMm, int heightMm, int depthMm, int cornerRadiusMm = 0);
     // widthMm below 1 derives the width from the height.
     int addPerson(const QString &name, int heightMm, int widthMm = 0);
-    // Anchors in metres on the y = 0 plane; handles default to the anchors themselves.
+    // Anchors and Bézier handles in metres on the object's y = 0 plane.
     int addCurve(const QString &name, const QVector<GuideCurvePoint> &points, bool closed, int extrudeMm = 1000);
     int addDistanceMeasure(const QString &name, int lengthMm);
     int addComment(const QString &name, const QString &text);

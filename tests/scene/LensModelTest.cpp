@@ -163,6 +163,57 @@ TEST(LensModel, ThrowDistanceReachesObjects)
     EXPECT_DOUBLE_EQ(throwDistanceFor(scene, 0), 500.0);
 }
 
+TEST(LensModel, ThrowDistanceRulesPerKind)
+{
+    // A projector at the origin looking down -Z and one object straight ahead of it.
+    auto reach = [](const GuideObject &other) {
+        return throwDistanceFor(QVector<GuideObject>{projectorAt(0, 0, 0), other}, 0);
+    };
+    GuideObject cylinder;
+    cylinder.guide_index = KindCylinderWall;
+    cylinder.translate_z = -20.0f;
+    cylinder.scale_x = float(M_PI);          // 2π m of arc
+    cylinder.scale_y = 1.0f;
+    cylinder.wall_cylinder_angle = 180.0f;   // radius 2 m, the arc bulging towards +Z
+    cylinder.rotate_y = 180.0f;              // turned so that it bulges away from the projector
+    EXPECT_NEAR(reach(cylinder), 22.0, 1e-4);   // the arc's ends lie one radius deeper
+    cylinder.wall_cylinder_angle = 0.0f;     // clamped to 1°: the radius is huge, the arc nearly flat
+    EXPECT_NEAR(reach(cylinder), 20.0 + 360.0 * (1.0 - std::cos(M_PI / 360.0)), 1e-5);
+
+    GuideObject camera;
+    camera.guide_index = KindCamera;
+    camera.translate_z = -30.0f;
+    camera.scale_x = 0.5f;
+    camera.scale_y = 2.0f;
+    EXPECT_NEAR(reach(camera), 32.0, 1e-5);  // its largest size
+
+    GuideObject person;
+    person.guide_index = KindPerson;
+    person.translate_z = -30.0f;
+    person.scale_x = 3.0f;
+    person.scale_y = 4.0f;
+    person.scale_z = 0.0f;
+    EXPECT_NEAR(reach(person), 35.0, 1e-5);  // bounding radius 5
+    person.guide_index = KindCurvedSurface;
+    EXPECT_NEAR(reach(person), 35.0, 1e-5);
+
+    GuideObject projector = projectorAt(0, 0, -30.0f, 1.0f);   // 0.62 × 1 + 0.03
+    EXPECT_NEAR(reach(projector), 30.65, 1e-5);
+
+    // Kinds without a rule never extend the reach.
+    for (int kind : {int(KindCurve), int(KindComment), int(KindDistanceMeasure), int(KindLShape), int(KindImage)}) {
+        GuideObject far;
+        far.guide_index = kind;
+        far.translate_z = -100.0f;
+        EXPECT_DOUBLE_EQ(reach(far), 8.0) << kind;
+    }
+    // Objects behind the lens do not either.
+    GuideObject behind;
+    behind.guide_index = KindPlane;
+    behind.translate_z = 50.0f;
+    EXPECT_DOUBLE_EQ(reach(behind), 8.0);
+}
+
 TEST(LensModel, PixelRayPixelRoundTripForRandomLenses)
 {
     std::mt19937 rng(1234);
