@@ -206,6 +206,7 @@ QStringList SceneModel::names() const
 
 void SceneModel::notifyChanged()
 {
+    ++m_revision;
     if (m_changed)
         m_changed();
 }
@@ -480,6 +481,24 @@ int SceneModel::addObject(const GuideObject &object, bool uniqueName)
     if (uniqueName)
         o.name = copyName(o.name, names());
     return appendCreated(std::move(o));
+}
+
+QList<int> SceneModel::addObjects(const QVector<GuideObject> &objects, bool uniqueName)
+{
+    if (objects.isEmpty())
+        return {};
+    pushUndoSnapshot();
+    QList<int> created;
+    for (GuideObject o : objects) {
+        if (uniqueName)
+            o.name = copyName(o.name, names());
+        m_objects.append(std::move(o));
+        created.append(int(m_objects.size()) - 1);
+    }
+    m_selection = created;
+    m_selected = created.last();
+    notifyChanged();
+    return created;
 }
 
 // ---------------------------------------------------------------- removal and duplication

@@ -74,6 +74,8 @@ public:
                         const QString &path, float halfX, float halfY, float halfZ);
     // Appends a ready record (paste, import); with uniqueName the copy-name rule applies.
     int addObject(const GuideObject &object, bool uniqueName = true);
+    // Appends several as one undo step (a paste); they become the selection.
+    QList<int> addObjects(const QVector<GuideObject> &objects, bool uniqueName = true);
 
     // --- removal and duplication (each one undo step)
     // Removes the objects and fixes every stored index: selection, projector-to-guide
@@ -102,6 +104,8 @@ public:
     // project changed and rebuilds projection state).
     void setChangedCallback(std::function<void()> callback) { m_changed = std::move(callback); }
     void notifyChanged();
+    // Counts every change notified; a holder compares it to tell whether the scene changed.
+    quint64 revision() const { return m_revision; }
 
     // --- naming and creation rules, usable without a scene
     static QString defaultName(int kind, const GuideObject &object);
@@ -130,4 +134,5 @@ private:
     QVector<Snapshot> m_redo;
     bool m_restoring = false;
     std::function<void()> m_changed;
+    quint64 m_revision = 0;
 };

@@ -273,3 +273,23 @@ TEST(SceneModelShapes, CylinderAngleFollowsTheLock)
     SceneModel::setCylinderWallAngle(o, 90.0);
     EXPECT_NEAR(o.scale_x, (2.0 / M_PI) * (M_PI / 2.0) / 2.0, 1e-5);   // radius kept, arc halves
 }
+
+TEST(SceneModelNames, PasteIsOneStepWithCopyNames)
+{
+    SceneModel scene;
+    scene.addPlane(QStringLiteral("Wall"), 1000, 1000);
+    GuideObject wall = scene.object(0);
+    int notified = 0;
+    scene.setChangedCallback([&notified] { ++notified; });
+    const quint64 before = scene.revision();
+    const QList<int> pasted = scene.addObjects({wall, wall, GuideObject()});
+    EXPECT_EQ(notified, 1);
+    EXPECT_GT(scene.revision(), before);
+    ASSERT_EQ(pasted, (QList<int>{1, 2, 3}));
+    EXPECT_EQ(scene.object(1).name, QStringLiteral("Wall Copy"));
+    EXPECT_EQ(scene.object(2).name, QStringLiteral("Wall Copy 2"));
+    EXPECT_EQ(scene.object(3).name, QStringLiteral("Object"));
+    EXPECT_EQ(scene.selectedIndices(), pasted);
+    EXPECT_TRUE(scene.undo());
+    EXPECT_EQ(scene.count(), 1);
+}
