@@ -241,7 +241,18 @@ void drawCells(QPainter &p, const GuideSettings &s, const Frame &f, const CellGr
             continue;
         for (int c = 0; c < columns; ++c) {
             const double x = s.inverseX ? f.width - (c + 1) * cw : c * cw;
-            const QRect cell(int(std::floor(x)), top, fillW, fillH);
+            QRect cell(int(std::floor(x)), top, fillW, fillH);
+            // Nothing is painted under the cells, so the outer cells reach the edges.
+            const bool rightmost = s.inverseX ? c == 0 : c == columns - 1;
+            const bool bottommost = s.inverseY ? r == 0 : r == rows - 1;
+            if (rightmost)
+                cell.setRight(f.width - 1);
+            if (bottommost)
+                cell.setBottom(f.height - 1);
+            if (s.inverseX ? c == columns - 1 : c == 0)
+                cell.setLeft(0);
+            if (s.inverseY ? r == rows - 1 : r == 0)
+                cell.setTop(0);
             QColor color = guideCellColor(s, c, r, columns, rows);
             color.setAlpha(255);
             p.fillRect(cell, color);
@@ -350,13 +361,20 @@ CenterStack centerStack(const Frame &f)
     return c;
 }
 
+// The built-in logo is decoded once; it never changes while the program runs.
+QImage builtInLogo()
+{
+    static const QImage logo(QStringLiteral(":/assets/logo2000.png"));
+    return logo;
+}
+
 QImage loadLogo(const GuideSettings &s)
 {
     QImage logo;
     if (!s.logoPath.trimmed().isEmpty())
         logo.load(s.logoPath);
     if (logo.isNull())
-        logo.load(QStringLiteral(":/assets/logo2000.png"));
+        logo = builtInLogo();
     return logo;
 }
 
@@ -657,9 +675,7 @@ void drawProjectorInfo(QPainter &p, const GuideSettings &s, int width, int heigh
         for (int j = i + 1; j < rects.size(); ++j) {
             const QRectF zone = rects[i].intersected(rects[j]);
             if (zone.isValid() && zone.width() > 0.5 && zone.height() > 0.5) {
-                p.setBrush(QColor(255, 255, 255, 46));
-                p.drawRect(zone);
-                p.setBrush(QBrush(QColor(255, 255, 255, 60), Qt::BDiagPattern));
+                p.setBrush(QColor(255, 255, 255, 56));
                 p.drawRect(zone);
             }
         }
@@ -687,8 +703,16 @@ void drawProjectorInfo(QPainter &p, const GuideSettings &s, int width, int heigh
             p.drawLine(QLineF(r.center() - QPointF(m * 1.5, 0), r.center() + QPointF(m * 1.5, 0)));
             p.drawLine(QLineF(r.center() - QPointF(0, m * 1.5), r.center() + QPointF(0, m * 1.5)));
         }
+        // Labelled within the part of the image the projector covers.
+        const QRectF visible = r.intersected(QRectF(0, 0, width, height));
+        if (visible.isEmpty())
+            continue;
         const QString text = QStringLiteral("PJ %1\n%2x%3px").arg(i + 1).arg(px.width()).arg(px.height());
-        const QPointF at(r.center().x(), r.top() + r.height() * 0.25);
+        const QFontMetricsF fm(labelFont);
+        const double halfBox = fm.horizontalAdvance(text.section(QLatin1Char('\n'), 1)) / 2 + fm.height() * 0.4;
+        const double x = std::clamp(visible.center().x(), visible.left() + halfBox,
+                                    std::max(visible.left() + halfBox, visible.right() - halfBox));
+        const QPointF at(x, visible.top() + visible.height() * 0.25);
         QColor c = projectorColor(i);
         c.setAlpha(255);
         drawLabelBox(p, at, text, labelFont, c, QColor(0, 0, 0, 170));
@@ -865,8 +889,8 @@ QImage renderGuideImage(const GuideSettings &s, int threads)
     f.unit = std::min(f.width, f.height) / 1080.0 * scale;
     f.fontScale = std::isfinite(s.fontScale) ? std::clamp(s.fontScale, 0.01, 50.0) : 1.0;
 
-    // Painted premultiplied (the fast path) over opaque black, so every pixel ends opaque
-    // and the bytes are already those of plain ARGB32.
+    // Painted premultiplied (the fast path). Opaque cells cover every pixel first, so
+    // every pixel ends opaque and the bytes are already those of plain ARGB32.
     QImage image(f.width, f.height, QImage::Format_ARGB32_Premultiplied);
     if (image.isNull())
         return {};
@@ -894,7 +918,6 @@ QImage renderGuideImage(const GuideSettings &s, int threads)
         explainTop = explainBottom - bottomBlockHeight(f, explainLines, explainFont);
 
     paintInBands(image, threads, [&](QPainter &p, const QRect &band) {
-        p.fillRect(band, QColor(0, 0, 0));
         p.setRenderHint(QPainter::Antialiasing, false);
         p.setRenderHint(QPainter::TextAntialiasing, true);
         p.setRenderHint(QPainter::SmoothPixmapTransform, false);
@@ -934,14 +957,10 @@ QImage renderGuideImage(const GuideSettings &s, int threads)
         paintInBands(image, threads, [&](QPainter &p, const QRect &) {
             p.setRenderHint(QPainter::TextAntialiasing, true);
             if (s.flipH) {
-                // The same mirror the guide underwent, seen on the turned image.
-                if (s.rotate) {
-                    p.scale(1, -1);
-                    p.translate(0, -h);
-                } else {
-                    p.scale(-1, 1);
-                    p.translate(-w, 0);
-                }
+                // Mirrored across the image as it hangs, so it reads from behind the
+                // screen like the rest of a flipped guide, rotated or not.
+                p.scale(-1, 1);
+                p.translate(-w, 0);
             }
             drawProjectorInfo(p, s, w, h, f.unit, f.fontScale, bottom);
         });

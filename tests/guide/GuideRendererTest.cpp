@@ -313,3 +313,21 @@ TEST(GuideLabels, SquareStatusAndTexts)
     const QString notSquare = guideSquareStatusText(false);
     EXPECT_TRUE(notSquare == QStringLiteral("Not square") || notSquare == QStringLiteral("정사각형 아님"));
 }
+
+TEST(GuideRenderer, OnePixelCellsTileExactlyEitherWay)
+{
+    GuideSettings s = cellsOnly(3, 2, 3, 2);
+    for (int i = 0; i < 6; ++i)
+        s.colors.append(QColor(10 * i + 5, 0, 0));
+    for (bool inverse : {false, true}) {
+        s.inverseX = s.inverseY = inverse;
+        const QImage image = renderGuideImage(s);
+        for (int c = 0; c < 3; ++c) {
+            for (int r = 0; r < 2; ++r) {
+                const int x = inverse ? 2 - c : c;
+                const int y = inverse ? 1 - r : r;
+                EXPECT_EQ(at(image, x, y), s.colors.at(2 * c + r)) << c << "," << r << " inverse " << inverse;
+            }
+        }
+    }
+}
