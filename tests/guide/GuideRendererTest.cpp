@@ -331,3 +331,36 @@ TEST(GuideRenderer, OnePixelCellsTileExactlyEitherWay)
         }
     }
 }
+
+#include <QCoreApplication>
+#include <QLocale>
+#include <QProcess>
+
+// Runs in a child process started with a Korean locale by the test below.
+TEST(GuideLocale, KoreanChild)
+{
+    if (QLocale::system().language() != QLocale::Korean)
+        GTEST_SKIP() << "only meaningful under a Korean locale";
+    EXPECT_EQ(guideSquareStatusText(true), QStringLiteral("정사각형"));
+    EXPECT_EQ(guideSquareStatusText(false), QStringLiteral("정사각형 아님"));
+}
+
+TEST(GuideLocale, SquareStatusIsKoreanUnderAKoreanLocale)
+{
+    for (const char *locale : {"ko_KR.UTF-8", "en_US.UTF-8"}) {
+        QProcess child;
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(QStringLiteral("LC_ALL"), QLatin1String(locale));
+        env.insert(QStringLiteral("LANG"), QLatin1String(locale));
+        env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        child.setProcessEnvironment(env);
+        child.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--gtest_filter=GuideLocale.KoreanChild")});
+        ASSERT_TRUE(child.waitForFinished(60000));
+        const QString output = QString::fromUtf8(child.readAllStandardOutput());
+        EXPECT_EQ(child.exitCode(), 0) << output.toStdString();
+        if (QByteArray(locale).startsWith("ko"))
+            EXPECT_FALSE(output.contains(QStringLiteral("SKIPPED"))) << output.toStdString();
+        else
+            EXPECT_TRUE(output.contains(QStringLiteral("SKIPPED"))) << output.toStdString();
+    }
+}
