@@ -43,7 +43,8 @@ int runGuideInfo(const QStringList &args, CliContext &ctx)
     o.insert(QStringLiteral("cell_width"), double(s.pixelWidth) / columns);
     o.insert(QStringLiteral("cell_height"), double(s.pixelHeight) / rows);
     o.insert(QStringLiteral("square"), guideCellsAreSquare(s));
-    o.insert(QStringLiteral("projector_throw_distance"), s.projectorThrowDistance);
+    // The distance the array is laid out for: derived from the throw ratio under Auto Layout.
+    o.insert(QStringLiteral("projector_throw_distance"), layout.throwDistanceMm);
     o.insert(QStringLiteral("effective_width"), layout.effectiveResolution.width());
     o.insert(QStringLiteral("effective_height"), layout.effectiveResolution.height());
     ctx.out << QJsonDocument(o).toJson(QJsonDocument::Indented);

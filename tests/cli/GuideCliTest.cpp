@@ -73,10 +73,12 @@ TEST(GuideCli, BareGuideRendersWithTheLoadStepApplied)
     EXPECT_EQ(info.value(QStringLiteral("columns")).toInt(), 58);
     EXPECT_DOUBLE_EQ(info.value(QStringLiteral("cell_height")).toDouble(), 54.0);
     EXPECT_FALSE(info.value(QStringLiteral("square")).toBool());
-    // Rotated, the surface is 1200 x 3500 mm: two portrait-covering 16:10 images.
-    EXPECT_GT(info.value(QStringLiteral("projector_throw_distance")).toDouble(), 7.0);
-    EXPECT_TRUE(info.contains(QStringLiteral("effective_width")));
-    EXPECT_TRUE(info.contains(QStringLiteral("effective_height")));
+    // Rotated, the surface is 1200 x 3500 mm; the height decides: 3500 mm tall 16:10 images
+    // are 5600 mm wide, so at throw ratio 1 the distance is 5600 mm, and 1920 px over
+    // 5600 mm puts 411 px across the 1200 mm.
+    EXPECT_DOUBLE_EQ(info.value(QStringLiteral("projector_throw_distance")).toDouble(), 5600.0);
+    EXPECT_EQ(info.value(QStringLiteral("effective_width")).toInt(), 411);
+    EXPECT_EQ(info.value(QStringLiteral("effective_height")).toInt(), 1200);
 }
 
 TEST(GuideCli, ProjectGuidesAreChosenByNumberOrActive)
