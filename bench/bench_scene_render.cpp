@@ -155,11 +155,33 @@ void runFrames(benchmark::State &state, const SceneRenderSettings &settings, boo
     ViewCamera camera = referenceCamera();
     f.frame(settings, camera); // uploads, shadow and footprint maps
     int n = 0;
+    SceneFrameStats sum;
+    int frames = 0;
     for (auto _ : state) {
         camera.orbit(2.0, 0.0); // a moving view, as while navigating
         if (dragProjector)
             f.objects[2].translate_x += (n++ % 2) ? 0.01f : -0.01f;
         f.frame(settings, camera);
+        const SceneFrameStats &s = f.renderer->renderer().lastFrameStats();
+        sum.geometryMs += s.geometryMs;
+        sum.shadowMapMs += s.shadowMapMs;
+        sum.accumulationMs += s.accumulationMs;
+        sum.compositeMs += s.compositeMs;
+        sum.footprintMetricMs += s.footprintMetricMs;
+        sum.heatmapMs += s.heatmapMs;
+        sum.linesMs += s.linesMs;
+        sum.labelsMs += s.labelsMs;
+        ++frames;
+    }
+    if (settings.measurePasses && frames > 0) {
+        state.counters["geometry_ms"] = sum.geometryMs / frames;
+        state.counters["shadow_ms"] = sum.shadowMapMs / frames;
+        state.counters["light_ms"] = sum.accumulationMs / frames;
+        state.counters["composite_ms"] = sum.compositeMs / frames;
+        state.counters["metric_ms"] = sum.footprintMetricMs / frames;
+        state.counters["heatmap_ms"] = sum.heatmapMs / frames;
+        state.counters["lines_ms"] = sum.linesMs / frames;
+        state.counters["labels_ms"] = sum.labelsMs / frames;
     }
     const SceneFrameStats &stats = f.renderer->renderer().lastFrameStats();
     state.counters["projectors"] = stats.projectorsProjected;
@@ -210,6 +232,15 @@ void BM_SceneRender_DraggingProjector(benchmark::State &state)
     runFrames(state, baseSettings(), true);
 }
 
+// The reference frame with every pass finished and timed on its own.
+void BM_SceneRender_PassBreakdown(benchmark::State &state)
+{
+    SceneRenderSettings settings = baseSettings();
+    settings.measurePasses = true;
+    runFrames(state, settings, false);
+}
+
+BENCHMARK(BM_SceneRender_PassBreakdown)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(2.0);
 BENCHMARK(BM_SceneRender_ProjectionHeatmap)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(2.0);
 BENCHMARK(BM_SceneRender_ProjectionNoHeatmap)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(2.0);
 BENCHMARK(BM_SceneRender_ProjectionOff)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(2.0);

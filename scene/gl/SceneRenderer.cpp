@@ -11,6 +11,7 @@
 #include "scene/gl/SceneTextAtlas.h"
 
 #include <QDebug>
+#include <QElapsedTimer>
 #include <QHash>
 #include <QOpenGLContext>
 #include <QOpenGLExtraFunctions>
@@ -35,6 +36,7 @@ struct GpuMesh {
     GuideObject key; // the object as uploaded, pose cleared
     float rotation[3] = {0, 0, 0};
     std::shared_ptr<const SceneMesh> mesh;
+    Eigen::AlignedBox3d localBounds;
     GLuint vao = 0, vbo = 0, ebo = 0;
     int indexCount = 0;
     GLuint lineVao = 0, lineVbo = 0;
@@ -325,6 +327,9 @@ struct SceneRenderer::Private {
         if (geometryChanged) {
             releaseMesh(mesh);
             mesh.mesh = sceneMeshForObject(object);
+            mesh.localBounds.setEmpty();
+            for (const SceneVertex &v : mesh.mesh->vertices)
+                mesh.localBounds.extend(Eigen::Vector3d(v.px, v.py, v.pz));
             mesh.key = key;
             mesh.forceRebuild = false;
             ++stats.meshUploads;
@@ -878,6 +883,20 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
     f->glEnable(GL_POLYGON_OFFSET_FILL);
     f->glPolygonOffset(1.0f, 1.0f);
 
+    QElapsedTimer passClock;
+    // Finishes the GPU work so far and books it to one pass, when asked to measure.
+    auto endPass = [&](double &bucket) {
+        if (!settings.measurePasses)
+            return;
+        f->glFinish();
+        bucket += passClock.nsecsElapsed() / 1.0e6;
+        passClock.restart();
+    };
+    if (settings.measurePasses) {
+        f->glFinish();
+        passClock.start();
+    }
+
     // 1. Geometry: opaque first, then see-through surfaces without depth writes.
     f->glEnable(GL_DEPTH_TEST);
     f->glDepthFunc(GL_LEQUAL);
@@ -918,6 +937,8 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
         }
     }
     f->glDepthMask(GL_TRUE);
+
+    endPass(stats.geometryMs);
 
     // 3–5. Projection: shadow maps, light accumulation, composite.
     std::vector<int> projecting;
@@ -969,28 +990,90 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
         return toMatrix(lens.projectionMatrix(kShadowNear, farPlane)) * toMatrix(lens.viewMatrix());
     };
 
-    // The part of the view a projector's frustum can reach; passes of that projector are
-    // scissored to it (false: nothing of it is in view). A frustum reaching behind the eye
-    // keeps the whole view.
-    auto frustumScissor = [&](int projectorIndex, QRect *rect) {
-        const LensModel &lens = lenses[projectorIndex];
-        std::vector<Eigen::Vector3d> points{lens.pose().position};
-        for (const Eigen::Vector3d &corner : lens.farCorners())
-            points.push_back(corner);
-        double x0 = 1e30, y0 = 1e30, x1 = -1e30, y1 = -1e30;
-        for (const Eigen::Vector3d &point : points) {
-            const QVector4D clip = viewProjection * QVector4D(float(point.x()), float(point.y()), float(point.z()), 1.0f);
-            if (clip.w() <= 0.0001f) {
-                *rect = QRect(QPoint(0, 0), size);
-                return true;
-            }
-            const double x = (clip.x() / clip.w() * 0.5 + 0.5) * size.width();
-            const double y = (clip.y() / clip.w() * 0.5 + 0.5) * size.height(); // GL rows, bottom up
-            x0 = std::min(x0, x);
-            y0 = std::min(y0, y);
-            x1 = std::max(x1, x);
-            y1 = std::max(y1, y);
+    // The part of the view a projector can light: its frustum cut down to the box around all
+    // target surfaces and to the space in front of the eye, projected to the screen. Passes
+    // of that projector are scissored to it (false: nothing of it is in view).
+    Eigen::AlignedBox3d targetBounds;
+    for (const Item &item : items) {
+        if (!item.surface)
+            continue;
+        const Eigen::AlignedBox3d &local = item.mesh->localBounds;
+        if (local.isEmpty())
+            continue;
+        for (int corner = 0; corner < 8; ++corner) {
+            const QVector3D c = item.world.map(vg::scene::toQVector(local.corner(Eigen::AlignedBox3d::CornerType(corner))));
+            targetBounds.extend(vg::scene::toEigen(c));
         }
+    }
+    auto frustumScissor = [&](int projectorIndex, QRect *rect) {
+        if (targetBounds.isEmpty())
+            return false;
+        const LensModel &lens = lenses[projectorIndex];
+        const Eigen::Vector3d apex = lens.pose().position;
+        const std::array<Eigen::Vector3d, 4> far = lens.farCorners();
+        // The frustum as faces: four sides and the far cap.
+        std::vector<std::vector<Eigen::Vector4d>> faces;
+        auto h = [](const Eigen::Vector3d &p) { return Eigen::Vector4d(p.x(), p.y(), p.z(), 1.0); };
+        for (int i = 0; i < 4; ++i)
+            faces.push_back({h(apex), h(far[i]), h(far[(i + 1) % 4])});
+        faces.push_back({h(far[0]), h(far[1]), h(far[2]), h(far[3])});
+        // Keeps the part where dot(plane, point) >= 0 and closes the cut with a cap face.
+        auto clip = [&](const Eigen::Vector4d &plane) {
+            std::vector<std::vector<Eigen::Vector4d>> kept;
+            std::vector<Eigen::Vector4d> cut;
+            for (const auto &face : faces) {
+                std::vector<Eigen::Vector4d> out;
+                for (size_t i = 0; i < face.size(); ++i) {
+                    const Eigen::Vector4d &a = face[i], &b = face[(i + 1) % face.size()];
+                    const double da = plane.dot(a), db = plane.dot(b);
+                    if (da >= 0)
+                        out.push_back(a);
+                    if ((da >= 0) != (db >= 0)) {
+                        const Eigen::Vector4d x = a + (b - a) * (da / (da - db));
+                        out.push_back(x);
+                        cut.push_back(x);
+                    }
+                }
+                if (out.size() >= 3)
+                    kept.push_back(out);
+            }
+            if (cut.size() >= 3)
+                kept.push_back(cut); // only its points matter for the bounds
+            faces = kept;
+        };
+        const Eigen::Vector3d lo = targetBounds.min(), hi = targetBounds.max();
+        for (int axis = 0; axis < 3; ++axis) {
+            Eigen::Vector4d lower = Eigen::Vector4d::Zero(), upper = Eigen::Vector4d::Zero();
+            lower[axis] = 1.0;
+            lower[3] = -lo[axis] + 0.01;
+            upper[axis] = -1.0;
+            upper[3] = hi[axis] + 0.01;
+            clip(lower);
+            clip(upper);
+        }
+        // In front of the eye: w > 0 in the camera's clip space.
+        const Eigen::Vector4d wRow(viewProjection(3, 0), viewProjection(3, 1), viewProjection(3, 2),
+                                   viewProjection(3, 3) - 0.0001);
+        clip(wRow);
+        double x0 = 1e30, y0 = 1e30, x1 = -1e30, y1 = -1e30;
+        for (const auto &face : faces) {
+            for (const Eigen::Vector4d &p : face) {
+                const QVector4D c = viewProjection * QVector4D(float(p.x()), float(p.y()), float(p.z()), 1.0f);
+                const double w = std::max(1e-6, double(c.w()));
+                const double x = (c.x() / w * 0.5 + 0.5) * size.width();
+                const double y = (c.y() / w * 0.5 + 0.5) * size.height(); // GL rows, bottom up
+                x0 = std::min(x0, x);
+                y0 = std::min(y0, y);
+                x1 = std::max(x1, x);
+                y1 = std::max(y1, y);
+            }
+        }
+        if (x0 > x1)
+            return false;
+        x0 = std::clamp(x0, -1.0, size.width() + 1.0);
+        x1 = std::clamp(x1, -1.0, size.width() + 1.0);
+        y0 = std::clamp(y0, -1.0, size.height() + 1.0);
+        y1 = std::clamp(y1, -1.0, size.height() + 1.0);
         const QRect bounds(QPoint(int(std::floor(x0)) - 2, int(std::floor(y0)) - 2),
                            QPoint(int(std::ceil(x1)) + 2, int(std::ceil(y1)) + 2));
         *rect = bounds.intersected(QRect(QPoint(0, 0), size));
@@ -1042,6 +1125,7 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
                 qWarning("Skipping projector projection because GL shadow map projection is unavailable");
             loggedShadowSkip = true;
         } else {
+            endPass(stats.shadowMapMs);
             // Light and coverage add up over projectors.
             f->glBindFramebuffer(GL_FRAMEBUFFER, accumFbo);
             const GLenum buffers[2] = {GL_COLOR_ATTACHMENT0, GL_COLOR_ATTACHMENT1};
@@ -1088,6 +1172,7 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
             f->glDisable(GL_SCISSOR_TEST);
             f->glDepthMask(GL_TRUE);
 
+            endPass(stats.accumulationMs);
             // Composite over the shaded scene.
             f->glBindFramebuffer(GL_FRAMEBUFFER, sceneFbo);
             f->glDrawBuffers(1, &colorBuffer);
@@ -1104,6 +1189,8 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
             f->glBindVertexArray(0);
         }
     }
+
+    endPass(stats.compositeMs);
 
     // 6–7. Footprint metric maps and the heat map.
     std::vector<int> heated;
@@ -1186,6 +1273,7 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
             f->glDepthMask(GL_FALSE);
             f->glEnable(GL_BLEND);
             f->glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
+            endPass(stats.footprintMetricMs);
             heatmapProgram->bind();
             for (int p : heated) {
                 ProjectorTargets &targets = projectors[p];
@@ -1222,6 +1310,8 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
             ++it;
         }
     }
+
+    endPass(stats.heatmapMs);
 
     // 2. Lines: grid, wire frames, frusta, measures and curves, over the lit surfaces.
     f->glBindFramebuffer(GL_FRAMEBUFFER, sceneFbo);
@@ -1295,6 +1385,8 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
 
     f->glEnable(GL_POLYGON_OFFSET_FILL);
 
+    endPass(stats.linesMs);
+
     // 8. Selection outline over the object's silhouette and its visible part.
     QVector<int> selected;
     for (int s : settings.selection)
@@ -1339,6 +1431,8 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
         f->glDrawArrays(GL_TRIANGLES, 0, 3);
         f->glBindVertexArray(0);
     }
+
+    endPass(stats.outlineMs);
 
     // 9. Labels.
     if (caps.labels && (settings.showLabels || settings.showFps)) {
@@ -1514,6 +1608,8 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
             f->glBindVertexArray(0);
         }
     }
+
+    endPass(stats.labelsMs);
 
     // Present: copy into the caller's framebuffer.
     f->glDepthMask(GL_TRUE);

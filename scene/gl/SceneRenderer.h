@@ -27,6 +27,7 @@ struct SceneRenderSettings {
     QVector<int> selection;                // outlined objects
     int hiddenObjectIndex = -1;            // not drawn (the projector looked through)
     QColor backgroundColor = QColor(46, 49, 54);
+    bool measurePasses = false;            // finish each pass and time it (slows the frame)
 };
 
 // Which parts of the pipeline compiled and were created; a missing part leaves its pass out.
@@ -53,6 +54,9 @@ struct SceneFrameStats {
     int heatmapsDrawn = 0;
     int labelsDrawn = 0;
     int meshUploads = 0;
+    // Milliseconds per pass, filled when SceneRenderSettings::measurePasses is on.
+    double geometryMs = 0, shadowMapMs = 0, accumulationMs = 0, compositeMs = 0, footprintMetricMs = 0,
+           heatmapMs = 0, linesMs = 0, outlineMs = 0, labelsMs = 0;
 };
 
 // The 3D view's renderer: draws a list of scene objects through a camera into a framebuffer
