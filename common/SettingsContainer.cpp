@@ -50,6 +50,28 @@ QByteArray uncompressPayload(const char *data, qint64 size)
     return out;
 }
 
+struct CompressorDeleter {
+    void operator()(libdeflate_compressor *c) const { libdeflate_free_compressor(c); }
+};
+
+// The same length-prefixed zlib form qCompress writes, at level 9, but with libdeflate,
+// which compresses several times faster at that level.
+QByteArray compressPayload(const QByteArray &data)
+{
+    std::unique_ptr<libdeflate_compressor, CompressorDeleter> compressor(libdeflate_alloc_compressor(9));
+    if (!compressor)
+        return qCompress(data, 9);
+    const size_t bound = libdeflate_zlib_compress_bound(compressor.get(), size_t(data.size()));
+    QByteArray out(qsizetype(bound + 4), Qt::Uninitialized);
+    qToBigEndian<quint32>(quint32(data.size()), reinterpret_cast<uchar *>(out.data()));
+    const size_t written = libdeflate_zlib_compress(compressor.get(), data.constData(), size_t(data.size()),
+                                                    out.data() + 4, bound);
+    if (written == 0)
+        return qCompress(data, 9);
+    out.truncate(qsizetype(written + 4));
+    return out;
+}
+
 } // namespace
 
 QByteArray settingsContainerMagic()
@@ -66,7 +88,7 @@ QByteArray encodeSettingsContainer(const QByteArray &json)
     uchar version[4];
     qToLittleEndian<quint32>(kSettingsContainerVersion, version);
     out.append(reinterpret_cast<const char *>(version), 4);
-    out.append(qCompress(json, 9));
+    out.append(compressPayload(json));
     return out;
 }
 

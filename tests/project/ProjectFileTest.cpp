@@ -398,3 +398,17 @@ TEST(CanvasJson, ObjectKeysDependOnType)
     EXPECT_EQ(mixed.text_box_color, QColor(255, 255, 255));
     EXPECT_EQ(mixed.text_box_alignment, 2);
 }
+
+TEST(ProjectFile, GuidesGoThroughTheGuideReaderWithOlderKeys)
+{
+    const Loaded l = loadData(R"({"guides": [{"projector_rows": 3}, {"projector_row": "2"}, {"real_width": "abc"}]})");
+    ASSERT_TRUE(l.ok);
+    ASSERT_EQ(l.doc.guides.size(), 3);
+    EXPECT_EQ(l.doc.guides[0].projectorCountY, 3);
+    EXPECT_EQ(l.doc.guides[1].projectorCountY, 2);
+    EXPECT_EQ(l.doc.guides[2].realWidth, GuideSettings().realWidth);
+    // Written guides are exactly the guide writer's objects.
+    const QJsonArray written = parseObject(projectDocumentToJson(l.doc)).value(QStringLiteral("guides")).toArray();
+    ASSERT_EQ(written.size(), 3);
+    EXPECT_EQ(written[0].toObject(), guideSettingsToJson(l.doc.guides[0]));
+}

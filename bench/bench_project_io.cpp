@@ -1,0 +1,192 @@
+// Saving and loading a large project in both forms: the .vgs container and bare JSON.
+// 100 guides with 64 x 40 colour lists, 3 views of 1000 objects, 20 canvas tabs of 50.
+#include "common/SettingsContainer.h"
+#include "project/ProjectFile.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QFile>
+#include <QSaveFile>
+#include <QTemporaryDir>
+
+namespace {
+
+ProjectDocument largeProject()
+{
+    ProjectDocument doc;
+    for (int g = 0; g < 100; ++g) {
+        GuideSettings guide;
+        guide.columns = 64;
+        guide.rows = 40;
+        guide.autoColumns = false;
+        guide.explain = QStringLiteral("Guide %1").arg(g);
+        guide.colors.reserve(64 * 40);
+        for (int i = 0; i < 64 * 40; ++i)
+            guide.colors.append(QColor(QRgb((0x9e3779b9u * unsigned(i + 1) + unsigned(g) * 7919u) & 0xffffffu)));
+        doc.guides.append(guide);
+    }
+    for (int v = 0; v < 3; ++v) {
+        Guide3DViewSettings view = Guide3DViewSettings::created();
+        view.title = QStringLiteral("View %1").arg(v);
+        for (int i = 0; i < 1000; ++i) {
+            GuideObject object;
+            object.guide_index = i % 11;
+            object.name = QStringLiteral("Object %1").arg(i);
+            object.translate_x = 0.013f * float(i);
+            object.translate_z = -0.007f * float(i);
+            object.rotate_y = float(i % 360);
+            object.scale_x = 0.5f + 0.001f * float(i);
+            if (object.guide_index == KindProjector) {
+                object.lens_shift_y = 50.0f;
+                object.projector_calibration.image_width = 1920;
+                object.projector_calibration.image_height = 1200;
+                for (int m = 0; m < 8; ++m) {
+                    GuideProjectorCalibrationMatch match;
+                    match.target_index = m;
+                    match.world_x = 0.1 * m;
+                    match.image_x = 100.0 * m;
+                    object.projector_calibration.matches.append(match);
+                }
+            }
+            view.objects.append(object);
+        }
+        doc.views.append(view);
+    }
+    doc.activeView = doc.views.first();
+    for (int c = 0; c < 20; ++c) {
+        CanvasTabSettings tab;
+        tab.title = QStringLiteral("Canvas %1").arg(c);
+        for (int i = 0; i < 50; ++i) {
+            CanvasObjectSettings object;
+            object.object_type = i % 3 == 0 ? QStringLiteral("comment") : i % 3 == 1 ? QStringLiteral("text_box") : QString();
+            object.guide_index = i % 100;
+            object.name = QStringLiteral("Item %1").arg(i);
+            object.translate_x = 0.1 * i;
+            tab.objects.append(object);
+        }
+        doc.canvasTabs.append(tab);
+    }
+    for (int g = 0; g < 100; ++g)
+        doc.tabs.append({QStringLiteral("guide"), g});
+    for (int c = 0; c < 20; ++c)
+        doc.tabs.append({QStringLiteral("canvas"), c});
+    doc.currentTab = 0;
+    return doc;
+}
+
+const ProjectDocument &project()
+{
+    static const ProjectDocument doc = largeProject();
+    return doc;
+}
+
+QTemporaryDir &scratch()
+{
+    static QTemporaryDir dir;
+    return dir;
+}
+
+bool writeFile(const QString &path, const QByteArray &bytes)
+{
+    QSaveFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
+}
+
+void BM_ProjectToJson(benchmark::State &state)
+{
+    qint64 size = 0;
+    for (auto _ : state) {
+        const QByteArray json = projectDocumentToJson(project());
+        size = json.size();
+        benchmark::DoNotOptimize(json.constData());
+    }
+    state.counters["json_bytes"] = double(size);
+}
+BENCHMARK(BM_ProjectToJson)->Unit(benchmark::kMillisecond);
+
+void BM_SaveContainer(benchmark::State &state)
+{
+    const QString path = scratch().filePath(QStringLiteral("large.vgs"));
+    for (auto _ : state) {
+        QString error;
+        if (!saveProjectDocument(path, project(), &error))
+            state.SkipWithError(error.toUtf8().constData());
+    }
+    state.counters["file_bytes"] = double(QFile(path).size());
+}
+BENCHMARK(BM_SaveContainer)->Unit(benchmark::kMillisecond);
+
+void BM_SaveBareJson(benchmark::State &state)
+{
+    const QString path = scratch().filePath(QStringLiteral("large.json"));
+    for (auto _ : state) {
+        if (!writeFile(path, projectDocumentToJson(project())))
+            state.SkipWithError("write failed");
+    }
+    state.counters["file_bytes"] = double(QFile(path).size());
+}
+BENCHMARK(BM_SaveBareJson)->Unit(benchmark::kMillisecond);
+
+void BM_LoadContainer(benchmark::State &state)
+{
+    const QString path = scratch().filePath(QStringLiteral("load.vgs"));
+    QString error;
+    saveProjectDocument(path, project(), &error);
+    for (auto _ : state) {
+        ProjectDocument doc;
+        if (!loadProjectDocument(path, &doc, &error))
+            state.SkipWithError(error.toUtf8().constData());
+        benchmark::DoNotOptimize(doc.guides.size());
+    }
+}
+BENCHMARK(BM_LoadContainer)->Unit(benchmark::kMillisecond);
+
+void BM_LoadBareJson(benchmark::State &state)
+{
+    const QString path = scratch().filePath(QStringLiteral("load.json"));
+    writeFile(path, projectDocumentToJson(project()));
+    for (auto _ : state) {
+        ProjectDocument doc;
+        QString error;
+        if (!loadProjectDocument(path, &doc, &error))
+            state.SkipWithError(error.toUtf8().constData());
+        benchmark::DoNotOptimize(doc.guides.size());
+    }
+}
+BENCHMARK(BM_LoadBareJson)->Unit(benchmark::kMillisecond);
+
+void BM_ContainerEncode(benchmark::State &state)
+{
+    const QByteArray json = projectDocumentToJson(project());
+    for (auto _ : state)
+        benchmark::DoNotOptimize(vg::encodeSettingsContainer(json).size());
+    state.SetBytesProcessed(state.iterations() * json.size());
+}
+BENCHMARK(BM_ContainerEncode)->Unit(benchmark::kMillisecond);
+
+void BM_ContainerDecode(benchmark::State &state)
+{
+    const QByteArray container = vg::encodeSettingsContainer(projectDocumentToJson(project()));
+    for (auto _ : state) {
+        QByteArray json;
+        vg::decodeSettingsContainer(container, &json, nullptr);
+        benchmark::DoNotOptimize(json.size());
+    }
+}
+BENCHMARK(BM_ContainerDecode)->Unit(benchmark::kMillisecond);
+
+// A length prefix claiming 4 GiB in front of a tiny stream: refused without allocating.
+void BM_ContainerForgedLength(benchmark::State &state)
+{
+    QByteArray forged = vg::encodeSettingsContainer("{\"guides\": [{}]}");
+    forged[16] = forged[17] = forged[18] = forged[19] = char(0xff);
+    for (auto _ : state) {
+        QString error;
+        benchmark::DoNotOptimize(vg::decodeSettingsContainer(forged, nullptr, &error));
+    }
+}
+BENCHMARK(BM_ContainerForgedLength)->Unit(benchmark::kMicrosecond);
+
+} // namespace
+
+BENCHMARK_MAIN();
