@@ -7,6 +7,7 @@
 #include <QLocale>
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -43,6 +44,17 @@ bool parseNumbers(const QString &text, int count, QVector<double> *values)
     return true;
 }
 
+// A header names its columns: some field of it is not a number.
+bool looksLikeHeader(const QString &line)
+{
+    const QStringList parts = line.split(QLatin1Char(','));
+    return std::any_of(parts.begin(), parts.end(), [](const QString &part) {
+        bool ok = false;
+        part.trimmed().toDouble(&ok);
+        return !ok;
+    });
+}
+
 // One match a line: x,y,z,u,v. Blank lines are skipped, and the first line that holds
 // anything may be a header.
 bool readMatchedPoints(const QString &path, QVector<GuideMatchedPoint> *points, QString *error)
@@ -63,8 +75,8 @@ bool readMatchedPoints(const QString &path, QVector<GuideMatchedPoint> *points, 
         seenContent = true;
         QVector<double> v;
         if (!parseNumbers(line, 5, &v)) {
-            if (first)
-                continue;   // header
+            if (first && looksLikeHeader(line))
+                continue;
             *error = QStringLiteral("%1 line %2: expected x,y,z,u,v, got \"%3\".").arg(path).arg(lineNumber).arg(line);
             return false;
         }

@@ -214,6 +214,13 @@ TEST_F(CalibrateCommand, FailuresAndUsageErrors)
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_TRUE(run.err.contains(QStringLiteral("line 4"))) << run.err.toStdString();
 
+    // A first line of numbers in the wrong count is no header.
+    writeText(bad, QStringLiteral("1,2,3,4\n1,2,3,4,5\n"));
+    run = runCli({QStringLiteral("calibrate"), m_project, QStringLiteral("--view"), QStringLiteral("1"),
+                  QStringLiteral("--projector"), QStringLiteral("1"), QStringLiteral("--points"), bad});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.err.contains(QStringLiteral("line 1"))) << run.err.toStdString();
+
     // A second header-like line is an error too.
     writeText(bad, QStringLiteral("x,y,z,u,v\nx,y,z,u,v\n"));
     run = runCli({QStringLiteral("calibrate"), m_project, QStringLiteral("--view"), QStringLiteral("1"),
