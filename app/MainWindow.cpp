@@ -1,6 +1,7 @@
 #include "app/MainWindow.h"
 
 #include "app/GpuSelectionDialog.h"
+#include "app/GuideExportAll.h"
 #include "app/TabFactory.h"
 #include "app/TabTitleWidget.h"
 #include "app/UiPreferences.h"
@@ -107,6 +108,7 @@ MainWindow::MainWindow(QWidget *parent)
 
     // The project lifecycle attaches here: it connects the File actions by object
     // name, enables them and sets the project hooks.
+    connectExportAllGuides(this);
 
     setUiScale(m_uiScale, false, false);
 
@@ -636,7 +638,12 @@ void MainWindow::showTabContextMenu(const QPoint &position)
     menu.setObjectName(QStringLiteral("vantreoTabContextMenu"));
     QAction *copy = menu.addAction(tr("Copy"));
     QAction *remove = menu.addAction(tr("Delete"));
-    QAction *chosen = menu.exec(m_tabs->tabBar()->mapToGlobal(position));
+    // Acted on after the menu has closed, however the entry was triggered.
+    QAction *chosen = nullptr;
+    for (QAction *entry : {copy, remove})
+        connect(entry, &QAction::triggered, &menu, [&chosen, entry] { chosen = entry; });
+    if (QAction *picked = menu.exec(m_tabs->tabBar()->mapToGlobal(position)))
+        chosen = picked;
     const int index = indexOfContentTab(content);
     if (chosen == copy)
         duplicateTab(index);
