@@ -27,8 +27,14 @@ QJsonValue floatValue(float value)
 float readFloat(const QJsonObject &o, const QString &key, float fallback)
 {
     const double d = readDouble(o, key, fallback);
-    if (!std::isfinite(d) || std::fabs(d) > double(std::numeric_limits<float>::max()))
+    constexpr double largest = double(std::numeric_limits<float>::max());
+    // Up to half a float step above the largest float still rounds to it; the shortest
+    // text written for that float ("3.4028235e+38") lies in that band.
+    constexpr double halfStep = 0x1p103;
+    if (!std::isfinite(d) || std::fabs(d) >= largest + halfStep)
         return fallback;
+    if (std::fabs(d) > largest)
+        return d > 0 ? float(largest) : -float(largest);
     return float(d);
 }
 

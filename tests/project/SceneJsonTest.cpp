@@ -6,6 +6,8 @@
 
 #include <QJsonArray>
 
+#include <limits>
+
 namespace {
 
 Guide3DViewSettings readView(const char *json)
@@ -278,4 +280,21 @@ TEST(SceneJson, WrongTypesKeepDefaults)
     EXPECT_TRUE(p.show_dimensions);
     EXPECT_TRUE(p.flip_normals);
     EXPECT_FALSE(p.projection_visible);
+}
+
+TEST(SceneJson, ExtremeFloatsRoundTrip)
+{
+    GuideObject o;
+    o.scale_x = std::numeric_limits<float>::max();
+    o.scale_y = -std::numeric_limits<float>::max();
+    o.scale_z = std::numeric_limits<float>::denorm_min();
+    o.translate_x = -0.0f;
+    const QJsonObject json = guideObjectToJson(o);
+    const GuideObject back = guideObjectFromJson(json);
+    EXPECT_EQ(back.scale_x, o.scale_x);
+    EXPECT_EQ(back.scale_y, o.scale_y);
+    EXPECT_EQ(back.scale_z, o.scale_z);
+    EXPECT_EQ(compactJson(guideObjectToJson(back)), compactJson(json));
+    // Beyond the float range the default stays.
+    EXPECT_FLOAT_EQ(readObject(R"({"scale_x": 3.5e38})").scale_x, 1.0f);
 }
