@@ -66,6 +66,8 @@ struct ProjectorTargets {
     QVector<float> metricValues;
     double rangeMin = kFixedHeatmapMinimum;
     double rangeMax = kFixedHeatmapMaximum;
+    // Footprint labels: surface points of a 3 × 3 grid over the image and their values.
+    std::vector<std::pair<QVector3D, double>> labelSamples;
     bool usedThisFrame = false;
 };
 
@@ -1193,10 +1195,13 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
     endPass(stats.compositeMs);
 
     // 6–7. Footprint metric maps and the heat map.
+    // Metric maps serve the heat map and the footprint labels.
     std::vector<int> heated;
     for (int p : lensObjects) {
         const GuideObject &object = objects.at(p);
-        if (object.isProjector() && (object.projector_pixel_footprint_heatmap_visible || settings.forceHeatmap))
+        if (object.isProjector()
+            && (object.projector_pixel_footprint_heatmap_visible || settings.forceHeatmap
+                || (object.projector_pixel_footprint_labels_visible && settings.showLabels)))
             heated.push_back(p);
     }
     if (!heated.empty()) {
@@ -1259,6 +1264,24 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
                     targets.rangeMin = kFixedHeatmapMinimum;
                     targets.rangeMax = kFixedHeatmapMaximum;
                 }
+                // Label points: the surface depth under nine image positions.
+                targets.labelSamples.clear();
+                const LensModel &lens = lenses[p];
+                for (double v : {1.0 / 6.0, 0.5, 5.0 / 6.0}) {
+                    for (double u : {1.0 / 6.0, 0.5, 5.0 / 6.0}) {
+                        const int px = std::clamp(int(u * resolution.width()), 0, resolution.width() - 1);
+                        const int py = std::clamp(int(v * resolution.height()), 0, resolution.height() - 1);
+                        const float value = targets.metricValues[py * resolution.width() + px];
+                        if (value <= 0.0001f)
+                            continue;
+                        float depth01 = 1.0f;
+                        f->glReadPixels(px, py, 1, 1, GL_DEPTH_COMPONENT, GL_FLOAT, &depth01);
+                        const vg::scene::LensRay ray = lens.ray((px + 0.5) / resolution.width(),
+                                                                (py + 0.5) / resolution.height());
+                        const Eigen::Vector3d at = ray.origin + (ray.farPoint - ray.origin) * double(depth01);
+                        targets.labelSamples.emplace_back(vg::scene::toQVector(at), double(value));
+                    }
+                }
                 targets.metricValid = true;
                 ++stats.footprintMapsRendered;
             }
@@ -1277,8 +1300,10 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
             heatmapProgram->bind();
             for (int p : heated) {
                 ProjectorTargets &targets = projectors[p];
+                const GuideObject &object = objects.at(p);
                 QRect scissor;
-                if (!targets.metricValid || !frustumScissor(p, &scissor))
+                if (!(object.projector_pixel_footprint_heatmap_visible || settings.forceHeatmap) || !targets.metricValid
+                    || !frustumScissor(p, &scissor))
                     continue;
                 scissorTo(scissor);
                 f->glActiveTexture(GL_TEXTURE0);
@@ -1538,6 +1563,22 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
                         addDimension(dimensionLabelText(QLatin1Char('R'), radius), QVector3D(0, hy, 0));
                     if (object.show_circumference_dimension)
                         addDimension(dimensionLabelText(QLatin1Char('C'), hx * 2000.0), QVector3D(0, hy * 0.6f, 0));
+                }
+            }
+        }
+        if (settings.showLabels) {
+            for (int p : heated) {
+                const GuideObject &object = objects.at(p);
+                auto it = projectors.find(p);
+                if (!object.projector_pixel_footprint_labels_visible || it == projectors.end() || !it->second.metricValid)
+                    continue;
+                for (const auto &[point, value] : it->second.labelSamples) {
+                    QPointF at;
+                    if (!anchorOf(point, &at, 0.05f))
+                        continue;
+                    const QString text = vg::scene::footprintLabel(value, object.projector_pixel_footprint_metric);
+                    pushLabel({QStringLiteral("dimension|%1|%2").arg(text).arg(13),
+                               [text] { return dimensionTextAtlasEntry(text, 13); }, at, Qt::AlignCenter});
                 }
             }
         }

@@ -94,6 +94,13 @@ TEST(HeatmapRender, ColourMatchesTheCpuFootprintAndHeatColour)
         }
     }
     EXPECT_GT(checked, 20);
+
+    // Footprint labels name the metric at surface points, in the model's wording.
+    QVector<GuideObject> labelled = objects;
+    labelled[1].projector_pixel_footprint_labels_visible = true;
+    settings.showLabels = true;
+    r.render(labelled, camera, settings, kView);
+    EXPECT_EQ(r.renderer().lastFrameStats().labelsDrawn, 9);
 }
 
 TEST(SelectionOutline, RingsTheSelectedObjectAndLeavesItsInsideAlone)
