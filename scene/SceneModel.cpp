@@ -583,7 +583,7 @@ SceneModel::Snapshot SceneModel::snapshot() const
 
 void SceneModel::pushUndoSnapshot()
 {
-    if (m_restoring)
+    if (m_restoring || m_suppressed)
         return;
     Snapshot s = snapshot();
     if (!m_undo.isEmpty() && m_undo.last() == s)

@@ -99,6 +99,9 @@ public:
     int undoDepth() const { return int(m_undo.size()); }
     int redoDepth() const { return int(m_redo.size()); }
     void clearUndoHistory();
+    // While a holder loads a scene piece by piece, nothing is recorded.
+    void setUndoSuppressed(bool suppressed) { m_suppressed = suppressed; }
+    bool isUndoSuppressed() const { return m_suppressed; }
 
     // Called after every change of objects or selection (the view repaints, marks the
     // project changed and rebuilds projection state).
@@ -133,6 +136,7 @@ private:
     QVector<Snapshot> m_undo;
     QVector<Snapshot> m_redo;
     bool m_restoring = false;
+    bool m_suppressed = false;
     std::function<void()> m_changed;
     quint64 m_revision = 0;
 };

@@ -194,7 +194,12 @@ TEST(SceneModelUndo, SnapshotsAndLimits)
 TEST(SceneModelUndo, LoadingClearsHistory)
 {
     SceneModel scene;
+    scene.setUndoSuppressed(true);
     scene.addPlane(QString(), 1000, 1000);
+    EXPECT_FALSE(scene.canUndo());
+    scene.setUndoSuppressed(false);
+    scene.addPlane(QString(), 1000, 1000);
+    EXPECT_TRUE(scene.canUndo());
     scene.loadObjects({GuideObject(), GuideObject()}, 5);
     EXPECT_FALSE(scene.canUndo());
     EXPECT_EQ(scene.selectedIndex(), -1);
