@@ -723,22 +723,30 @@ void drawProjectorInfo(QPainter &p, const GuideSettings &s, int width, int heigh
     f.width = width;
     f.height = height;
     QStringList lines;
-    QString array = QStringLiteral("%1 x %2 Projectors  |  Overlap %3%")
+    // Korean under a Korean system locale, like the square status.
+    const bool korean = QLocale::system().language() == QLocale::Korean;
+    const QString sep = QStringLiteral("  |  ");
+    QString overlap = formatNumber(layout.overlapX * 100.0, 1) + QLatin1Char('%');
+    if (layout.countY > 1 && std::abs(layout.overlapY - layout.overlapX) > 1e-6)
+        overlap += QStringLiteral(" / ") + formatNumber(layout.overlapY * 100.0, 1) + QLatin1Char('%');
+    QString array = (korean ? QStringLiteral("프로젝터 %1 x %2대") : QStringLiteral("%1 x %2 Projectors"))
                         .arg(layout.countX)
                         .arg(layout.countY)
-                        .arg(formatNumber(std::max(layout.overlapX, layout.overlapY) * 100.0, 1));
+                    + sep + (korean ? QStringLiteral("겹침 %1") : QStringLiteral("Overlap %1")).arg(overlap);
     if (s.projectorVerticalProjection)
-        array += QStringLiteral("  |  Vertical Projection");
+        array += sep + (korean ? QStringLiteral("세로 투사") : QStringLiteral("Vertical Projection"));
     if (s.projectorFloor)
-        array += QStringLiteral("  |  Floor Projection");
+        array += sep + (korean ? QStringLiteral("바닥 투사") : QStringLiteral("Floor Projection"));
     lines << array;
     if (s.displayFinalResolutionInfo) {
-        lines << QStringLiteral("Throw Ratio %1  |  %2 %3 mm  |  Final Resolution %4x%5px")
-                     .arg(formatNumber(layout.throwRatio, 3),
-                          s.projectorFloor ? QStringLiteral("Mount Height") : QStringLiteral("Throw Distance"),
-                          formatNumber(layout.throwDistanceMm, 0))
-                     .arg(layout.effectiveResolution.width())
-                     .arg(layout.effectiveResolution.height());
+        const QString distanceLabel = s.projectorFloor
+                                          ? (korean ? QStringLiteral("설치 높이") : QStringLiteral("Mount Height"))
+                                          : (korean ? QStringLiteral("투사 거리") : QStringLiteral("Throw Distance"));
+        lines << (korean ? QStringLiteral("투사비 %1") : QStringLiteral("Throw Ratio %1")).arg(formatNumber(layout.throwRatio, 3))
+                     + sep + QStringLiteral("%1 %2 mm").arg(distanceLabel, formatNumber(layout.throwDistanceMm, 0)) + sep
+                     + (korean ? QStringLiteral("최종 해상도 %1x%2px") : QStringLiteral("Final Resolution %1x%2px"))
+                           .arg(layout.effectiveResolution.width())
+                           .arg(layout.effectiveResolution.height());
     }
     drawBottomBlock(p, f, bottom, lines, std::max(1.0, std::min(width, height) * 0.024 * fontScale),
                     QColor(255, 236, 150));

@@ -364,3 +364,25 @@ TEST(GuideLocale, SquareStatusIsKoreanUnderAKoreanLocale)
             EXPECT_TRUE(output.contains(QStringLiteral("SKIPPED"))) << output.toStdString();
     }
 }
+
+TEST(GuideRenderer, FloorAndVerticalProjectionChangeTheArrayDrawing)
+{
+    GuideSettings s;
+    s.pixelWidth = 640;
+    s.pixelHeight = 400;
+    s.displayProjectorInfo = true;
+    s.projectorCount = 2;
+    const QImage wall = renderGuideImage(s);
+    GuideSettings floor = s;
+    floor.projectorFloor = true;
+    EXPECT_NE(renderGuideImage(floor), wall);
+    GuideSettings vertical = s;
+    vertical.projectorVerticalProjection = true;
+    EXPECT_NE(renderGuideImage(vertical), wall);
+    GuideSettings noFinal = s;
+    noFinal.displayFinalResolutionInfo = false;
+    EXPECT_NE(renderGuideImage(noFinal), wall);
+    // Without the projector information none of these shows.
+    s.displayProjectorInfo = floor.displayProjectorInfo = false;
+    EXPECT_EQ(renderGuideImage(floor), renderGuideImage(s));
+}
