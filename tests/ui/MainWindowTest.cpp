@@ -462,3 +462,60 @@ TEST_F(MainWindowTest, UiFontIsStoredAndReset)
     QSettings().setValue(QStringLiteral("ui/font"), QStringLiteral("Sans,12,broken"));
     EXPECT_EQ(makeWindow()->baseUiFont().family(), defaultUiFont().family());
 }
+
+TEST_F(MainWindowTest, PlusTabOpensTheAddMenuAndKeepsTheCurrentTab)
+{
+    auto window = makeWindow();
+    window->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+    QWidget *guide = window->addGuideTab();
+    QWidget *canvas = window->addCanvasTab();
+    window->tabWidget()->setCurrentWidget(guide);
+    QTabBar *bar = window->tabWidget()->tabBar();
+    const int plus = window->tabWidget()->indexOf(window->startPage());
+    QTest::mouseClick(bar, Qt::LeftButton, Qt::NoModifier, bar->tabRect(plus).center());
+    QTRY_VERIFY(QApplication::activePopupWidget() != nullptr);
+    auto *popup = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+    ASSERT_NE(popup, nullptr);
+    QStringList entries;
+    for (QAction *action : popup->actions())
+        entries << action->text();
+    EXPECT_EQ(entries, (QStringList{QStringLiteral("Guide"), QStringLiteral("Canvas"), QStringLiteral("3D View")}));
+    EXPECT_EQ(window->currentContentTab(), guide);
+    popup->actions().at(1)->trigger();
+    popup->hide();
+    EXPECT_EQ(window->contentTabCount(), 3);
+    EXPECT_EQ(window->contentTab(1), window->currentContentTab()); // right after the guide
+    EXPECT_EQ(window->displayedTabTitle(1), QStringLiteral("Canvas 2"));
+    EXPECT_EQ(window->contentTab(2), canvas);
+}
+
+TEST_F(MainWindowTest, TabContextMenuCopiesAndDeletes)
+{
+    auto window = makeWindow();
+    window->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+    window->addCanvasTab();
+    QTabBar *bar = window->tabWidget()->tabBar();
+    auto chooseFromContextMenu = [&](int entry) {
+        QStringList seen;
+        QTimer::singleShot(100, [&seen, entry] {
+            if (auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget())) {
+                for (QAction *action : menu->actions())
+                    seen << action->text();
+                menu->actions().at(entry)->trigger();
+                menu->hide();
+            }
+        });
+        Q_EMIT bar->customContextMenuRequested(bar->tabRect(0).center());
+        return seen;
+    };
+    EXPECT_EQ(chooseFromContextMenu(0), (QStringList{QStringLiteral("Copy"), QStringLiteral("Delete")}));
+    ASSERT_EQ(window->contentTabCount(), 2);
+    EXPECT_EQ(window->displayedTabTitle(1), QStringLiteral("Canvas 2"));
+
+    answerNextMessageBox(QMessageBox::Yes);
+    chooseFromContextMenu(1);
+    EXPECT_EQ(window->contentTabCount(), 1);
+    EXPECT_EQ(window->displayedTabTitle(0), QStringLiteral("Canvas 2"));
+}
