@@ -17,6 +17,8 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QOpenGLContext>
+#include <QOpenGLExtraFunctions>
 #include <QPainter>
 #include <QPainterPath>
 #include <QWheelEvent>
@@ -65,6 +67,33 @@ const QColor kHoverColor(255, 220, 40);
 
 } // namespace
 
+// Gizmo, help and view name are drawn by the toolkit on a transparent child above the GL
+// picture, so they never depend on the renderer's GL state.
+class SceneOverlay : public QWidget
+{
+public:
+    explicit SceneOverlay(SceneWidget *view)
+        : QWidget(view)
+        , m_view(view)
+    {
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+        setAttribute(Qt::WA_NoSystemBackground);
+        setAttribute(Qt::WA_TranslucentBackground);
+        setFocusPolicy(Qt::NoFocus);
+    }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        m_view->paintOverlay(painter);
+    }
+
+private:
+    SceneWidget *m_view;
+};
+
 SceneWidget::SceneWidget(QWidget *parent)
     : QOpenGLWidget(parent)
 {
@@ -74,6 +103,9 @@ SceneWidget::SceneWidget(QWidget *parent)
     setMouseTracking(true);
     setMinimumSize(200, 150);
     m_model.setChangedCallback([this] { onModelChanged(); });
+    m_overlay = new SceneOverlay(this);
+    m_overlay->resize(size());
+    m_overlay->show();
 }
 
 SceneWidget::~SceneWidget()
@@ -102,6 +134,8 @@ int SceneWidget::objectCount() const
 void SceneWidget::requestRepaint()
 {
     update();
+    if (m_overlay)
+        m_overlay->update();
 }
 
 void SceneWidget::setStatus(const QString &text, int timeoutMs)
@@ -1034,6 +1068,7 @@ bool SceneWidget::rendererReady() const
 
 void SceneWidget::initializeGL()
 {
+    m_glReady = true;
     QString error;
     if (!glContextMeetsSceneRequirements(context(), &error)) {
         m_rendererError = error;
@@ -1049,37 +1084,70 @@ void SceneWidget::initializeGL()
     m_renderer = std::move(renderer);
 }
 
-void SceneWidget::resizeGL(int, int) {}
+void SceneWidget::resizeGL(int, int)
+{
+    if (m_overlay)
+        m_overlay->resize(size());
+}
 
 void SceneWidget::paintGL()
 {
-    if (m_renderer) {
-        if (m_guideImagesDirty) {
-            m_renderer->setGuideImages(m_guideImages);
-            m_guideImagesDirty = false;
-        }
-        SceneRenderSettings settings;
-        settings.showObjects = m_showObjects;
-        settings.gridVisible = m_gridVisible;
-        settings.showAllProjectorFrusta = m_showProjectorFrustum;
-        settings.showObjPolygonLines = m_showPolygonLines;
-        for (int index : selection())
-            settings.selection.append(index);
-        settings.hiddenObjectIndex =
-            m_camera.mode() == ViewCameraMode::ProjectorView ? m_projectorViewIndex : -1;
-        const qreal dpr = devicePixelRatioF();
-        m_renderer->render(objects(), m_camera, settings, defaultFramebufferObject(),
-                           QSize(int(width() * dpr), int(height() * dpr)));
+    if (!m_renderer) {
+        QOpenGLFunctions *f = context()->functions();
+        f->glClearColor(0.16f, 0.16f, 0.17f, 1.0f);
+        f->glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+        return;
     }
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    paintOverlay(painter);
+    if (m_guideImagesDirty) {
+        m_renderer->setGuideImages(m_guideImages);
+        m_guideImagesDirty = false;
+    }
+    SceneRenderSettings settings;
+    settings.showObjects = m_showObjects;
+    settings.gridVisible = m_gridVisible;
+    settings.showAllProjectorFrusta = m_showProjectorFrustum;
+    settings.showObjPolygonLines = m_showPolygonLines;
+    for (int index : selection())
+        settings.selection.append(index);
+    settings.hiddenObjectIndex = m_camera.mode() == ViewCameraMode::ProjectorView ? m_projectorViewIndex : -1;
+    const qreal dpr = devicePixelRatioF();
+    m_renderer->render(objects(), m_camera, settings, defaultFramebufferObject(),
+                       QSize(int(width() * dpr), int(height() * dpr)));
+    resetGlStateForPainter();
+}
+
+// Leaves the context in its default state for the widget's own composition.
+void SceneWidget::resetGlStateForPainter()
+{
+    QOpenGLExtraFunctions *f = context()->extraFunctions();
+    f->glBindFramebuffer(GL_FRAMEBUFFER, defaultFramebufferObject());
+    f->glBindVertexArray(0);
+    f->glUseProgram(0);
+    f->glBindBuffer(GL_ARRAY_BUFFER, 0);
+    f->glBindBuffer(GL_UNIFORM_BUFFER, 0);
+    f->glActiveTexture(GL_TEXTURE0);
+    f->glBindTexture(GL_TEXTURE_2D, 0);
+    f->glDisable(GL_DEPTH_TEST);
+    f->glDisable(GL_BLEND);
+    f->glDisable(GL_CULL_FACE);
+    f->glDisable(GL_SCISSOR_TEST);
+    f->glDisable(GL_STENCIL_TEST);
+    f->glDisable(GL_POLYGON_OFFSET_FILL);
+    f->glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
+    f->glDepthMask(GL_TRUE);
+    f->glBlendEquation(GL_FUNC_ADD);
+    f->glBlendFunc(GL_ONE, GL_ZERO);
+    f->glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
+    f->glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
+    f->glPixelStorei(GL_PACK_ALIGNMENT, 4);
+    f->glPixelStorei(GL_PACK_ROW_LENGTH, 0);
+    const qreal dpr = devicePixelRatioF();
+    f->glViewport(0, 0, int(width() * dpr), int(height() * dpr));
 }
 
 void SceneWidget::paintOverlay(QPainter &painter)
 {
-    if (!m_renderer) {
-        painter.fillRect(rect(), QColor(40, 40, 44));
+    if (!m_renderer && m_glReady) {
         painter.setPen(QColor(230, 230, 230));
         painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap,
                          m_rendererError.isEmpty() ? tr("The 3D view could not start.") : m_rendererError);
@@ -1197,4 +1265,11 @@ void SceneWidget::paintHelp(QPainter &painter)
         y += lineHeight;
         painter.drawText(box.left() + 10, y, line);
     }
+}
+
+void SceneWidget::resizeEvent(QResizeEvent *event)
+{
+    QOpenGLWidget::resizeEvent(event);
+    if (m_overlay)
+        m_overlay->resize(size());
 }

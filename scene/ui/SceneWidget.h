@@ -18,6 +18,7 @@
 #include <vector>
 
 class SceneRenderer;
+class SceneOverlay;
 class QElapsedTimer;
 
 // The 3D view: hosts the renderer, navigates the camera, picks objects and gizmo parts,
@@ -144,6 +145,7 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     bool event(QEvent *event) override;
     void leaveEvent(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
 
 private:
@@ -161,6 +163,8 @@ private:
     bool groundPoint(const QPointF &pixel, QVector3D *point) const;
     void onModelChanged();
     void updateLensView();
+    void resetGlStateForPainter();
+    friend class SceneOverlay;
     void paintOverlay(QPainter &painter);
     void paintGizmo(QPainter &painter);
     void paintHelp(QPainter &painter);
@@ -171,6 +175,7 @@ private:
     std::unique_ptr<SceneRenderer> m_renderer;
     QString m_rendererError;
     bool m_glReady = false;
+    SceneOverlay *m_overlay = nullptr;
 
     // View switches.
     bool m_showObjects = true;

@@ -54,6 +54,7 @@ ThreeDViewTab::ThreeDViewTab(QWidget *parent)
     side->addWidget(m_panel);
     side->setStretchFactor(0, 1);
     side->setStretchFactor(1, 3);
+    side->setSizes({180, 620});
 
     auto *main = new QSplitter(Qt::Horizontal, this);
     main->addWidget(m_view);
