@@ -1086,6 +1086,61 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
         f->glScissor(rect.x(), rect.y(), rect.width(), rect.height());
     };
 
+    // Marks in the stencil the pixels whose visible surface lies inside the projector's frustum
+    // (a closed volume counted with depth-fail, robust when the eye is inside it), so the
+    // projector's passes shade only those. The frustum shader test still decides exactly.
+    auto markFrustumStencil = [&](int projectorIndex) {
+        if (!depthProgram)
+            return false;
+        const LensModel &lens = lenses[projectorIndex];
+        const Eigen::Vector3d apex = lens.pose().position;
+        const std::array<Eigen::Vector3d, 4> far = lens.farCorners();
+        const Eigen::Vector3d centre = (apex + far[0] + far[1] + far[2] + far[3]) / 5.0;
+        std::vector<float> triangles;
+        auto addTriangle = [&](Eigen::Vector3d a, Eigen::Vector3d b, Eigen::Vector3d c) {
+            // Counter-clockwise seen from outside.
+            if ((b - a).cross(c - a).dot(a - centre) < 0)
+                std::swap(b, c);
+            for (const Eigen::Vector3d &v : {a, b, c})
+                triangles.insert(triangles.end(), {float(v.x()), float(v.y()), float(v.z()), 0, 0, 1, 1, 1, 1});
+        };
+        for (int i = 0; i < 4; ++i)
+            addTriangle(apex, far[i], far[(i + 1) % 4]);
+        addTriangle(far[0], far[1], far[2]);
+        addTriangle(far[0], far[2], far[3]);
+        f->glEnable(GL_STENCIL_TEST);
+        f->glStencilMask(0xFF);
+        f->glClear(GL_STENCIL_BUFFER_BIT);
+        f->glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
+        f->glDepthMask(GL_FALSE);
+        f->glEnable(GL_DEPTH_TEST);
+        f->glDepthFunc(GL_LESS);
+        f->glEnable(GL_DEPTH_CLAMP);
+        f->glDisable(GL_POLYGON_OFFSET_FILL);
+        f->glStencilFunc(GL_ALWAYS, 0, 0xFF);
+        f->glStencilOpSeparate(GL_BACK, GL_KEEP, GL_INCR_WRAP, GL_KEEP);
+        f->glStencilOpSeparate(GL_FRONT, GL_KEEP, GL_DECR_WRAP, GL_KEEP);
+        depthProgram->bind();
+        setSceneConstants(viewProjection, QVector4D(1, 0, 0, 0));
+        f->glBindVertexArray(dynamicVao);
+        f->glBindBuffer(GL_ARRAY_BUFFER, dynamicVbo);
+        f->glBufferData(GL_ARRAY_BUFFER, GLsizeiptr(triangles.size() * sizeof(float)), triangles.data(), GL_STREAM_DRAW);
+        f->glDrawArrays(GL_TRIANGLES, 0, GLsizei(triangles.size() / kFloatsPerVertex));
+        f->glBindVertexArray(0);
+        f->glDisable(GL_DEPTH_CLAMP);
+        f->glEnable(GL_POLYGON_OFFSET_FILL);
+        f->glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
+        f->glDepthFunc(GL_LEQUAL);
+        f->glStencilFunc(GL_NOTEQUAL, 0, 0xFF);
+        f->glStencilOp(GL_KEEP, GL_KEEP, GL_KEEP);
+        f->glStencilMask(0x00);
+        return true;
+    };
+    auto endStencil = [&] {
+        f->glStencilMask(0xFF);
+        f->glDisable(GL_STENCIL_TEST);
+    };
+
     const bool wantProjection = settings.projectionEnabled && !projecting.empty();
     bool projectionReady = wantProjection && caps.projection && projectionTargetsOk;
     if (wantProjection && !caps.shadowMaps) {
@@ -1146,10 +1201,11 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
                 QRect scissor;
                 if (!texture || !frustumScissor(p, &scissor))
                     continue;
-                scissorTo(scissor);
                 QOpenGLShaderProgram *program = texture->nv12 ? projectionNv12Program.get() : projectionProgram.get();
                 if (!program)
                     continue;
+                scissorTo(scissor);
+                markFrustumStencil(p);
                 program->bind();
                 f->glActiveTexture(GL_TEXTURE0);
                 f->glBindTexture(GL_TEXTURE_2D, texture->textures[0]);
@@ -1171,6 +1227,7 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
                 }
                 ++stats.projectorsProjected;
             }
+            endStencil();
             f->glDisable(GL_SCISSOR_TEST);
             f->glDepthMask(GL_TRUE);
 
@@ -1306,6 +1363,8 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
                     || !frustumScissor(p, &scissor))
                     continue;
                 scissorTo(scissor);
+                markFrustumStencil(p);
+                heatmapProgram->bind();
                 f->glActiveTexture(GL_TEXTURE0);
                 f->glBindTexture(GL_TEXTURE_2D, targets.metricTexture);
                 for (const Item &item : items) {
@@ -1317,6 +1376,7 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
                 }
                 ++stats.heatmapsDrawn;
             }
+            endStencil();
             f->glDisable(GL_SCISSOR_TEST);
             f->glDepthMask(GL_TRUE);
         }
