@@ -8,6 +8,7 @@
 #include <zlib.h>
 
 #include <algorithm>
+#include <functional>
 #include <cstring>
 #include <vector>
 
@@ -45,6 +46,7 @@ struct Band {
     quint32 adler = 1;
     qint64 rawSize = 0;
     bool ok = false;
+    bool transparent = false;
 };
 
 // One row converted to RGB(A) bytes: memory order of ARGB32 is B, G, R, A.
@@ -121,16 +123,15 @@ void encodeBand(const QImage &image, bool alpha, int level, Band *band)
     deflateEnd(&zs);
 }
 
-bool hasTransparency(const QImage &image)
+bool rowsHaveTransparency(const QImage &image, int firstRow, int endRow)
 {
-    if (!image.hasAlphaChannel())
-        return false;
-    for (int y = 0; y < image.height(); ++y) {
+    for (int y = firstRow; y < endRow; ++y) {
         const quint32 *px = reinterpret_cast<const quint32 *>(image.constScanLine(y));
-        for (int x = 0; x < image.width(); ++x) {
-            if ((px[x] >> 24) != 0xff)
-                return true;
-        }
+        quint32 all = 0xffffffffu;
+        for (int x = 0; x < image.width(); ++x)
+            all &= px[x];
+        if ((all >> 24) != 0xff)
+            return true;
     }
     return false;
 }
@@ -144,14 +145,13 @@ QByteArray encodePng(const QImage &source, int threads)
     QImage image = source;
     if (image.format() != QImage::Format_ARGB32 && image.format() != QImage::Format_RGB32)
         image = image.convertToFormat(image.hasAlphaChannel() ? QImage::Format_ARGB32 : QImage::Format_RGB32);
-    const bool alpha = hasTransparency(image);
     const int width = image.width();
     const int height = image.height();
 
     if (threads <= 0)
         threads = std::max(1, QThread::idealThreadCount());
     // Several bands per thread keep the cores busy when bands differ in content.
-    const qint64 rowBytes = qint64(width) * (alpha ? 4 : 3) + 1;
+    const qint64 rowBytes = qint64(width) * 4 + 1;
     const int minRows = int(std::max<qint64>(1, (256 * 1024) / rowBytes));
     const int bandCount = std::clamp(std::min(threads * 4, height / minRows), 1, height);
     std::vector<Band> bands(static_cast<size_t>(bandCount));
@@ -160,13 +160,22 @@ QByteArray encodePng(const QImage &source, int threads)
         bands[size_t(i)].endRow = int(qint64(height) * (i + 1) / bandCount);
         bands[size_t(i)].last = i == bandCount - 1;
     }
-    const int level = 1;
-    if (bandCount == 1 || threads == 1) {
-        for (Band &band : bands)
-            encodeBand(image, alpha, level, &band);
-    } else {
-        QtConcurrent::blockingMap(bands, [&](Band &band) { encodeBand(image, alpha, level, &band); });
+    const auto forEachBand = [&](const std::function<void(Band &)> &work) {
+        if (bandCount == 1 || threads == 1)
+            std::for_each(bands.begin(), bands.end(), work);
+        else
+            QtConcurrent::blockingMap(bands, work);
+    };
+
+    // RGB when every pixel is opaque, which is what guides are.
+    bool alpha = false;
+    if (image.hasAlphaChannel()) {
+        forEachBand([&](Band &band) { band.transparent = rowsHaveTransparency(image, band.firstRow, band.endRow); });
+        alpha = std::any_of(bands.begin(), bands.end(), [](const Band &band) { return band.transparent; });
     }
+
+    const int level = 1;
+    forEachBand([&](Band &band) { encodeBand(image, alpha, level, &band); });
 
     quint32 adler = 1;
     qint64 total = 0;

@@ -64,6 +64,13 @@ TEST(PngWriter, NoiseAndTransparencyRoundTrip)
     EXPECT_EQ(quint8(rgb.at(25)), 2); // colour type: RGB
     expectSamePixels(opaque, decode(rgb));
 
+    // One translucent pixel in the last row is enough to keep the alpha channel.
+    QImage almost = noise(200, 600, false, 13);
+    almost.setPixel(199, 599, qRgba(10, 20, 30, 40));
+    const QByteArray almostPng = encodePng(almost, 4);
+    EXPECT_EQ(quint8(almostPng.at(25)), 6);
+    expectSamePixels(almost, decode(almostPng));
+
     const QImage translucent = noise(300, 129, true, 11);
     const QByteArray rgba = encodePng(translucent, 3);
     EXPECT_EQ(quint8(rgba.at(25)), 6); // colour type: RGBA
