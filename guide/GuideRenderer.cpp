@@ -220,6 +220,49 @@ void drawLabel(QPainter &p, const LabelAtlas &atlas, const QRectF &cell, const Q
     }
 }
 
+// Which cell paints each pixel along one axis: the cells are filled in order and later
+// fills cover earlier ones, exactly as the painter's rectangle fills do.
+QVector<int> cellOwners(int pixels, int count, double size, bool inverse)
+{
+    QVector<int> owner(pixels, 0);
+    const int fill = int(std::ceil(size));
+    for (int i = 0; i < count; ++i) {
+        const double start = inverse ? pixels - (i + 1) * size : i * size;
+        int from = int(std::floor(start));
+        int to = from + fill;
+        if (inverse ? i == count - 1 : i == 0)
+            from = 0;
+        if (inverse ? i == 0 : i == count - 1)
+            to = pixels;
+        for (int x = std::max(from, 0); x < std::min(to, pixels); ++x)
+            owner[x] = i;
+    }
+    return owner;
+}
+
+// Tiny cells (a few pixels, e.g. real square cells of 1 px) would mean millions of
+// painter calls; the same pixels are written directly instead.
+void fillSmallCells(QImage &device, const GuideSettings &s, const Frame &f, const CellGrid &g, const QRect &band)
+{
+    const QVector<int> columnOf = cellOwners(f.width, g.columns, g.cellWidth, s.inverseX);
+    const QVector<int> rowOf = cellOwners(f.height, g.rows, g.cellHeight, s.inverseY);
+    QVector<QRgb> rowColors(g.columns);
+    int cachedRow = -1;
+    for (int y = band.top(); y <= band.bottom(); ++y) {
+        const int r = rowOf.at(y);
+        if (r != cachedRow) {
+            for (int c = 0; c < g.columns; ++c)
+                rowColors[c] = guideCellColor(s, c, r, g.columns, g.rows).rgb() | 0xff000000u;
+            cachedRow = r;
+        }
+        auto *line = reinterpret_cast<QRgb *>(device.scanLine(y - band.top()));
+        for (int xd = 0; xd < f.width; ++xd) {
+            const int x = s.flipH ? f.width - 1 - xd : xd;
+            line[xd] = rowColors.at(columnOf.at(x));
+        }
+    }
+}
+
 // band: the device rows being painted; cells outside it are skipped.
 void drawCells(QPainter &p, const GuideSettings &s, const Frame &f, const CellGrid &g, const QRect &band)
 {
@@ -234,7 +277,12 @@ void drawCells(QPainter &p, const GuideSettings &s, const Frame &f, const CellGr
     QColor inner = light;
     inner.setAlpha(light.alpha() / 2);
 
-    for (int r = 0; r < rows; ++r) {
+    const bool tiny = (cw < 4.0 || ch < 4.0) && !s.displayInnerline && !g.labels.valid;
+    if (tiny) {
+        if (auto *device = dynamic_cast<QImage *>(p.device()))
+            fillSmallCells(*device, s, f, g, band);
+    }
+    for (int r = 0; r < rows && !tiny; ++r) {
         const double y = s.inverseY ? f.height - (r + 1) * ch : r * ch;
         const int top = int(std::floor(y));
         if (top + fillH < band.top() - 1 || top > band.bottom() + 1)

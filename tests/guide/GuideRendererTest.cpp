@@ -386,3 +386,45 @@ TEST(GuideRenderer, FloorAndVerticalProjectionChangeTheArrayDrawing)
     s.displayProjectorInfo = floor.displayProjectorInfo = false;
     EXPECT_EQ(renderGuideImage(floor), renderGuideImage(s));
 }
+
+TEST(GuideRenderer, TinyCellsFollowTheFillRule)
+{
+    // 4 columns of 2.5 px: fills [0,3), [2,5), [5,8), [7,10), later fills covering earlier.
+    GuideSettings s = cellsOnly(10, 6, 4, 2);
+    for (int i = 0; i < 8; ++i)
+        s.colors.append(QColor(30 * i + 10, 7, 7));
+    auto columnAt = [&](const QImage &image, int x) {
+        for (int c = 0; c < 4; ++c) {
+            if (at(image, x, 0) == s.colors.at(2 * c))
+                return c;
+        }
+        return -1;
+    };
+    QImage image = renderGuideImage(s);
+    const int plain[10] = {0, 0, 1, 1, 1, 2, 2, 3, 3, 3};
+    for (int x = 0; x < 10; ++x)
+        EXPECT_EQ(columnAt(image, x), plain[x]) << x;
+    EXPECT_EQ(at(image, 0, 5), s.colors.at(1)); // row 1 of column 0
+
+    s.inverseX = true; // column 0 from the right: [7,10), [5,8), [2,5), [0,3)
+    image = renderGuideImage(s);
+    const int inverse[10] = {3, 3, 3, 2, 2, 1, 1, 1, 0, 0};
+    for (int x = 0; x < 10; ++x)
+        EXPECT_EQ(columnAt(image, x), inverse[x]) << x;
+
+    s.flipH = true; // mirrored back
+    image = renderGuideImage(s);
+    for (int x = 0; x < 10; ++x)
+        EXPECT_EQ(columnAt(image, x), inverse[9 - x]) << x;
+
+    // Real square cells of width 0 act as 1 px: every pixel its own cell.
+    GuideSettings square = cellsOnly(6, 5, 1, 1);
+    square.realSquare = true;
+    square.realSquareWidth = 0;
+    square.guidePattern = 0;
+    const QImage checker = renderGuideImage(square);
+    for (int y = 0; y < 5; ++y) {
+        for (int x = 0; x < 6; ++x)
+            EXPECT_EQ(at(checker, x, y), ((x + y) % 2) ? QColor(154, 154, 154) : QColor(42, 42, 42)) << x << "," << y;
+    }
+}
