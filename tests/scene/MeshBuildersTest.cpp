@@ -1,4 +1,5 @@
 #include "scene/GuideObject.h"
+#include "scene/LensModel.h"
 #include "scene/MeshBuilders.h"
 #include "scene/SceneModel.h"
 #include "scene/SceneRaycast.h"
@@ -7,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <iterator>
 #include <random>
 
 using namespace vg::scene;
@@ -423,4 +425,55 @@ TEST(SceneRaycast, NearestSurfaceAlongARay)
     hit = raycastScene(scene.objects(), meshes, {0, 0, 0}, {0, 0, -1});
     EXPECT_EQ(hit.objectIndex, far);
     EXPECT_FALSE(raycastScene(scene.objects(), meshes, {0, 0, 0}, {0, 0, 1}).hit);
+}
+
+// Records straight from a damaged file: any kind with hostile numbers still gives finite,
+// indexable output (possibly empty), and the lens model stays finite.
+TEST(MeshBuilders, HostileRecordsNeverLeakNonFiniteData)
+{
+    std::mt19937 rng(99);
+    const float specials[] = {0.0f, -0.0f, -1.0f, 1e-30f, 1e30f, -1e30f, NAN, INFINITY, -INFINITY, 0.5f, 3.0f};
+    std::uniform_int_distribution<int> pick(0, int(std::size(specials)) - 1);
+    std::uniform_int_distribution<int> anyInt(-1000, 100000);
+    auto f = [&] { return specials[pick(rng)]; };
+    for (int trial = 0; trial < 300; ++trial) {
+        GuideObject o;
+        o.guide_index = trial % 16;
+        o.scale_x = f(), o.scale_y = f(), o.scale_z = f();
+        o.uv_rotation = f();
+        o.flip_normals = trial % 3 == 0;
+        o.plane_corner_radius = f(), o.plane_u_lines = anyInt(rng), o.plane_v_lines = anyInt(rng);
+        o.plane_round_lines = anyInt(rng);
+        o.circle_plane_angle = f(), o.circle_plane_hole_radius = f(), o.circle_plane_mode = trial % 2;
+        o.wall_cylinder_angle = f(), o.wall_cylinder_u_lines = anyInt(rng), o.wall_cylinder_v_lines = anyInt(rng);
+        o.wall_cylinder_top = o.wall_cylinder_floor = true;
+        o.sphere_u_start = f(), o.sphere_u_end = f(), o.sphere_v_start = f(), o.sphere_v_end = f();
+        o.horseshoe_u_lines = anyInt(rng), o.horseshoe_v_lines = anyInt(rng), o.horseshoe_round_u_lines = anyInt(rng);
+        o.horseshoe_wall = o.horseshoe_floor = true;
+        o.horseshoe_rotation_x = f();
+        o.box_corner_radius = f(), o.box_u_lines = anyInt(rng), o.box_round_lines = anyInt(rng);
+        o.box_top = true;
+        o.curve_extrude = f();
+        o.curve_points = {{f(), f(), f(), f(), f(), f()}, {1, 2, 1, 2, 1, 2}, {f(), 0, 0, f(), 0, 0}};
+        o.curve_closed = trial % 2;
+        o.distance_end_x = f();
+        o.annotation_circle_scale = f();
+        o.annotation_label_offset_x = f();
+        const SceneMesh m = buildObjectMesh(o);
+        for (const SceneVertex &v : m.vertices)
+            ASSERT_TRUE(std::isfinite(v.px) && std::isfinite(v.py) && std::isfinite(v.pz) && std::isfinite(v.nx)
+                        && std::isfinite(v.u) && std::isfinite(v.v))
+                << "kind " << o.guide_index;
+        for (std::uint32_t i : m.indices)
+            ASSERT_LT(i, m.vertices.size());
+        for (const QVector3D &p : m.lines)
+            ASSERT_TRUE(std::isfinite(p.x()) && std::isfinite(p.y()) && std::isfinite(p.z()));
+
+        o.throw_rate = f(), o.lens_shift_x = f(), o.lens_shift_y = f();
+        o.translate_z = f(), o.rotate_y = f();
+        o.projector_resolution_width = anyInt(rng), o.projector_resolution_height = anyInt(rng);
+        const QVector<GuideObject> scene{o, o};
+        const double d = throwDistanceFor(scene, 0);
+        ASSERT_TRUE(d >= 8.0 && d <= 500.0) << d;
+    }
 }
