@@ -86,6 +86,21 @@ void BM_RenderAndExport(benchmark::State &state)
     QFile::remove(path);
 }
 
+// The quarter turn adds a pass over the whole image.
+void BM_RenderAndExportRotated(benchmark::State &state)
+{
+    GuideSettings s = allSwitchesOn(int(state.range(0)), int(state.range(1)));
+    s.rotate = true;
+    s.flipH = true;
+    const QString path = outputPath();
+    for (auto _ : state) {
+        QString error;
+        if (!writeGuidePng(renderGuideImage(s), path, &error))
+            state.SkipWithError(error.toUtf8().constData());
+    }
+    QFile::remove(path);
+}
+
 void BM_QtImageWriterPng(benchmark::State &state)
 {
     const QImage &image = cachedGuide(int(state.range(0)), int(state.range(1)));
@@ -110,6 +125,7 @@ void sizes(benchmark::internal::Benchmark *b)
 BENCHMARK(BM_RenderGuide)->Apply(sizes);
 BENCHMARK(BM_EncodePng)->Apply(sizes);
 BENCHMARK(BM_RenderAndExport)->Apply(sizes);
+BENCHMARK(BM_RenderAndExportRotated)->Args({7680, 4320})->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
 BENCHMARK(BM_QtImageWriterPng)->Apply(sizes);
 
 int main(int argc, char **argv)
