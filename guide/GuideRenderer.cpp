@@ -51,14 +51,17 @@ QString guideFontFamily()
     return family;
 }
 
-QFont guideFont(double pixelSize, bool bold = true)
+// The built-in ExtraBold face. Its weight is asked for exactly: plain bold would pick
+// another cut of the family where the system has one, and guides would differ between
+// machines.
+QFont guideFont(double pixelSize)
 {
     QFont font;
     const QString family = guideFontFamily();
     if (!family.isEmpty())
         font.setFamily(family);
     font.setPixelSize(std::max(1, int(std::lround(pixelSize))));
-    font.setBold(bold);
+    font.setWeight(QFont::ExtraBold);
     font.setHintingPreference(QFont::PreferNoHinting);
     return font;
 }
@@ -524,7 +527,7 @@ void drawDimensions(QPainter &p, const GuideSettings &s, const Frame &f)
 
 QRectF bottomBlockText(const Frame &f, const QStringList &lines, double fontSize)
 {
-    const QFontMetricsF fm(guideFont(fontSize, true));
+    const QFontMetricsF fm(guideFont(fontSize));
     return fm.boundingRect(QRectF(0, 0, f.width * 0.8, 1e7), Qt::AlignHCenter | Qt::TextWordWrap,
                            lines.join(QLatin1Char('\n')));
 }
@@ -533,7 +536,7 @@ double bottomBlockHeight(const Frame &f, const QStringList &lines, double fontSi
 {
     if (lines.isEmpty())
         return 0.0;
-    const QFontMetricsF fm(guideFont(fontSize, true));
+    const QFontMetricsF fm(guideFont(fontSize));
     return bottomBlockText(f, lines, fontSize).height() + 2 * fm.height() * 0.35;
 }
 
@@ -543,7 +546,7 @@ double drawBottomBlock(QPainter &p, const Frame &f, double bottom, const QString
 {
     if (lines.isEmpty())
         return bottom;
-    const QFont font = guideFont(fontSize, true);
+    const QFont font = guideFont(fontSize);
     const QFontMetricsF fm(font);
     const double maxWidth = f.width * 0.8;
     const QRectF bound = fm.boundingRect(QRectF(0, 0, maxWidth, 1e7), Qt::AlignHCenter | Qt::TextWordWrap,
