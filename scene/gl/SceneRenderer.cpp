@@ -1275,8 +1275,15 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
             for (int p : heated) {
                 const GuideObject &object = objects.at(p);
                 ProjectorTargets &targets = projectors[p];
-                const QSize resolution(std::clamp(object.projector_resolution_width, 1, 8192),
-                                       std::clamp(object.projector_resolution_height, 1, 8192));
+                QSize resolution(std::clamp(object.projector_resolution_width, 1, 16384),
+                                 std::clamp(object.projector_resolution_height, 1, 16384));
+                // Beyond 16 megapixels the map is kept at a coarser grid of the same image;
+                // the values stay millimetres per projector pixel.
+                const double pixels = double(resolution.width()) * resolution.height();
+                if (pixels > 16777216.0) {
+                    const double k = std::sqrt(16777216.0 / pixels);
+                    resolution = QSize(std::max(1, int(resolution.width() * k)), std::max(1, int(resolution.height() * k)));
+                }
                 if (sceneSame && targets.metricValid && targets.metricSize == resolution)
                     continue;
                 if (!ensureMetricTarget(targets, resolution))
