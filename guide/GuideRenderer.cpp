@@ -456,7 +456,7 @@ void drawLogo(QPainter &p, const GuideSettings &s, const Frame &f, const CenterS
         return;
     const double bottom = stack.resolutionRect.top() - stack.resolutionSize * 0.2;
     p.save();
-    p.setOpacity(std::clamp(s.logoOpacity, 0.0, 1.0));
+    p.setOpacity(std::isfinite(s.logoOpacity) ? std::clamp(s.logoOpacity, 0.0, 1.0) : 0.7);
     p.drawImage(QPointF(std::floor((f.width - logo.width()) / 2.0), std::floor(bottom - logo.height())), logo);
     p.restore();
 }
@@ -674,6 +674,12 @@ void drawLayers(QPainter &p, const GuideSettings &s, const Frame &f, const QVect
     for (int i = 0; i < s.imageObjects.size(); ++i) {
         const GuideLayerObject &l = s.imageObjects.at(i);
         if (!l.visible || !(std::abs(l.width) > 0.0) || !(std::abs(l.height) > 0.0))
+            continue;
+        bool finite = true;
+        for (double v : {l.centerX, l.centerY, l.width, l.height, l.rotationDegrees, l.opacity, l.cornerRadius,
+                         l.maskWireframeThickness, l.cropLeft, l.cropTop, l.cropRight, l.cropBottom})
+            finite = finite && std::isfinite(v);
+        if (!finite || std::abs(l.width) > 1e7 || std::abs(l.height) > 1e7)
             continue;
         if (l.isMask())
             drawMaskLayer(p, l, f);

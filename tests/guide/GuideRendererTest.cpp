@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace {
 
 // Only the cells: every other element off.
@@ -427,4 +429,40 @@ TEST(GuideRenderer, TinyCellsFollowTheFillRule)
         for (int x = 0; x < 6; ++x)
             EXPECT_EQ(at(checker, x, y), ((x + y) % 2) ? QColor(154, 154, 154) : QColor(42, 42, 42)) << x << "," << y;
     }
+}
+
+TEST(GuideRenderer, NonsenseValuesStillRender)
+{
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double inf = std::numeric_limits<double>::infinity();
+    GuideSettings s;
+    s.pixelWidth = 160;
+    s.pixelHeight = -5; // at least one pixel
+    s.realWidth = 0;
+    s.realHeight = -100;
+    s.scale = nan;
+    s.fontScale = inf;
+    s.logoOpacity = nan;
+    s.projectorThrowRatio = nan;
+    s.projectorThrowDistance = -inf;
+    s.projectorAutoLayoutOverlap = nan;
+    s.projectorCount = -3;
+    s.projectorWidth = 0;
+    s.projectorHeight = -1;
+    s.displayProjectorInfo = s.displayCircle = s.displaySquareStatus = true;
+    GuideLayerObject layer;
+    layer.type = QStringLiteral("mask");
+    layer.width = layer.height = 50;
+    layer.centerX = nan;
+    layer.maskWireframe = true;
+    layer.maskULines = 1000000;
+    GuideLayerObject image;
+    image.filePath = QStringLiteral("/nonexistent/picture.png");
+    image.width = image.height = 40;
+    s.imageObjects = {layer, image};
+    const QImage out = renderGuideImage(s);
+    EXPECT_EQ(out.size(), QSize(160, 1));
+    s.projectorAutoLayoutUseThrowDistance = true;
+    s.pixelHeight = 90;
+    EXPECT_EQ(renderGuideImage(s).size(), QSize(160, 90));
 }
