@@ -113,7 +113,7 @@ struct SceneRenderer::Private {
     SceneRendererCapabilities caps;
     SceneFrameStats stats;
 
-    std::unique_ptr<QOpenGLShaderProgram> colorProgram, texturedProgram, texturedNv12Program, lineProgram,
+    std::unique_ptr<QOpenGLShaderProgram> colorProgram, texturedProgram, texturedOpaqueProgram, texturedNv12Program, lineProgram,
         depthProgram, maskProgram, projectionProgram, projectionNv12Program, compositeProgram, metricProgram,
         heatmapProgram, outlineProgram, labelProgram;
 
@@ -644,6 +644,9 @@ bool SceneRenderer::initialize(QString *error)
     d->colorProgram = buildSceneProgram(QStringLiteral("geometry"), colorVertex(), {}, colorFragment());
     d->texturedProgram = buildSceneProgram(QStringLiteral("textured geometry"), texturedVertex(), {},
                                            texturedFragment(), {"surfaceTexture"});
+    d->texturedOpaqueProgram = buildSceneProgram(QStringLiteral("textured geometry, opacity as alpha"), texturedVertex(),
+                                                 {}, withDefines(texturedFragment(), {"REPLACE_ALPHA"}),
+                                                 {"surfaceTexture"});
     d->texturedNv12Program = buildSceneProgram(QStringLiteral("textured geometry NV12"), texturedVertex(), {},
                                                withDefines(texturedFragment(), {nv12}), {"surfaceLuma", "surfaceChroma"});
     d->labelProgram = buildSceneProgram(QStringLiteral("labels"), texturedVertex(), {}, texturedFragment(),
@@ -741,6 +744,7 @@ void SceneRenderer::shutdown()
     }
     d->colorProgram.reset();
     d->texturedProgram.reset();
+    d->texturedOpaqueProgram.reset();
     d->texturedNv12Program.reset();
     d->labelProgram.reset();
     d->lineProgram.reset();
@@ -916,8 +920,11 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
                 continue;
             const GpuTexture *texture = item.surface ? surfaceTexture(object, item.index) : nullptr;
             QOpenGLShaderProgram *program = colorProgram.get();
+            // Guide panels show the guide as an opaque picture whatever its alpha.
             if (texture)
-                program = texture->nv12 ? texturedNv12Program.get() : texturedProgram.get();
+                program = texture->nv12 ? texturedNv12Program.get()
+                          : object.guide_index == KindGuide && texturedOpaqueProgram ? texturedOpaqueProgram.get()
+                                                                                      : texturedProgram.get();
             if (!program)
                 program = colorProgram.get();
             if (!program)

@@ -208,3 +208,31 @@ TEST(SceneMeshes, ChangedObjectsAreUploadedAgain)
     camera.worldToPixel(QVector3D(1.0f, 0, 0), kView, &p);
     EXPECT_EQ(narrow.pixel(int(p.x()), int(p.y())), qRgb(0, 0, 0));
 }
+
+TEST(SceneSurfaces, GuidePanelShowsItsGuideImageAtTheObjectOpacity)
+{
+    OffscreenSceneRenderer &r = sharedRenderer();
+    QImage guide(64, 40, QImage::Format_RGBA8888);
+    guide.fill(QColor(200, 40, 20, 0)); // alpha 0: a guide panel still shows it opaque
+    r.renderer().setGuideImages({guide});
+    GuideObject panel = makePlane(1.0f, 0.6f);
+    panel.guide_index = KindGuide;
+    panel.texture_guide_index = 0;
+    QVector<GuideObject> objects{panel};
+    const ViewCamera camera = frontCamera(1.0);
+    const SceneRenderSettings settings = plainSettings();
+    QImage image = r.render(objects, camera, settings, kView);
+    QRgb centre = image.pixel(kView.width() / 2, kView.height() / 2);
+    EXPECT_NEAR(qRed(centre), 200, 2);
+    EXPECT_NEAR(qGreen(centre), 40, 2);
+    objects[0].object_opacity = 0.5f;
+    image = r.render(objects, camera, settings, kView);
+    centre = image.pixel(kView.width() / 2, kView.height() / 2);
+    EXPECT_NEAR(qRed(centre), 100, 2); // over the black background
+    // An image surface keeps the picture's own alpha.
+    objects[0].guide_index = KindImage;
+    objects[0].object_opacity = 1.0f;
+    image = r.render(objects, camera, settings, kView);
+    centre = image.pixel(kView.width() / 2, kView.height() / 2);
+    EXPECT_LT(qRed(centre), 5);
+}
