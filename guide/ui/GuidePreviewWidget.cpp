@@ -366,11 +366,13 @@ void GuidePreviewWidget::paintEvent(QPaintEvent *)
     painter.setRenderHint(QPainter::Antialiasing, false);
 
     // Status in the corner: zoom, size and whether a render is under way.
-    QString status = QStringLiteral("%1%").arg(qRound(m_zoom * 1000.0) / 10.0);
+    QString status;
     if (!m_image.isNull())
-        status += QStringLiteral("   %1 x %2 px").arg(m_image.width()).arg(m_image.height());
+        status = QStringLiteral("%1 x %2 px").arg(m_image.width()).arg(m_image.height());
     if (isRendering())
-        status += QStringLiteral("   ") + tr("Rendering...");
+        status += (status.isEmpty() ? QString() : QStringLiteral("   ")) + tr("Rendering...");
+    if (status.isEmpty())
+        return;
     QFont font = painter.font();
     font.setPointSizeF(std::max(7.0, font.pointSizeF() * 0.9));
     painter.setFont(font);

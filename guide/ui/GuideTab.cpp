@@ -3,8 +3,8 @@
 #include "guide/GuideRenderer.h"
 #include "guide/PngWriter.h"
 #include "guide/ProjectorLayout.h"
+#include "guide/StyleDefaults.h"
 #include "guide/ui/GuidePreviewWidget.h"
-#include "guide/ui/GuideStyleFile.h"
 #include "guide/ui/LayerListWidget.h"
 
 #include <QApplication>
@@ -130,7 +130,7 @@ void setColorButton(QPushButton *button, const QColor &color)
 
 GuideTab::GuideTab(QWidget *parent, const QString &styleFilePath)
     : QWidget(parent)
-    , m_styleFilePath(styleFilePath.isEmpty() ? guidestyle::defaultFilePath() : styleFilePath)
+    , m_styleFilePath(styleFilePath)
 {
     setObjectName(QStringLiteral("vantreoGuideTab"));
     m_renderTimer = new QTimer(this);
@@ -161,12 +161,12 @@ GuideTab::GuideTab(QWidget *parent, const QString &styleFilePath)
     layerLayout->setContentsMargins(6, 6, 6, 6);
     m_layers = new LayerListWidget;
     layerLayout->addWidget(m_layers);
-    layerGroup->setMinimumWidth(240);
+    layerGroup->setMinimumWidth(250);
     splitter->addWidget(layerGroup);
     splitter->setStretchFactor(0, 0);
     splitter->setStretchFactor(1, 1);
     splitter->setStretchFactor(2, 0);
-    splitter->setSizes({350, 900, 260});
+    splitter->setSizes({350, 860, 290});
 
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -176,7 +176,8 @@ GuideTab::GuideTab(QWidget *parent, const QString &styleFilePath)
 
     GuideSettings initial;
     QString error;
-    if (!guidestyle::load(m_styleFilePath, &initial, &error))
+    const QString readPath = m_styleFilePath.isEmpty() ? styleDefaultsReadPath() : m_styleFilePath;
+    if (!loadStyleDefaults(readPath, &initial, &error))
         qWarning().noquote() << "Failed to load guide style defaults:" << error;
     setSettings(initial);
 }
@@ -485,7 +486,7 @@ QWidget *GuideTab::buildPreviewPanel()
     connect(zoomOut, &QToolButton::clicked, m_preview, &GuidePreviewWidget::zoomOut);
     connect(zoomIn, &QToolButton::clicked, m_preview, &GuidePreviewWidget::zoomIn);
     connect(m_preview, &GuidePreviewWidget::zoomChanged, this, [this](double zoom) {
-        m_zoomLabel->setText(QStringLiteral("%1%").arg(QString::number(zoom * 100.0, 'f', zoom < 0.1 ? 1 : 0)));
+        m_zoomLabel->setText(QStringLiteral("%1%").arg(QString::number(zoom * 100.0, 'f', zoom < 1.0 ? 1 : 0)));
     });
     return panel;
 }
@@ -638,6 +639,16 @@ void GuideTab::showSettingsInControls()
     m_throwDistance->setValue(s.projectorThrowDistance);
     m_overlap->setValue(std::clamp(s.projectorAutoLayoutOverlap, 0.0, 0.95) * 100.0);
     m_layoutBasis->setCurrentIndex(s.projectorAutoLayoutUseThrowDistance ? 1 : 0);
+    if (s.projectorAutoLayoutEnabled) {
+        // The controls the auto layout decides show what it decides.
+        const ProjectorArrayLayout layout = computeProjectorArray(s);
+        if (s.projectorAutoLayoutUseThrowDistance) {
+            m_projectorCount->setValue(layout.countX);
+            m_projectorCountY->setValue(layout.countY);
+        } else {
+            m_throwDistance->setValue(layout.throwDistanceMm);
+        }
+    }
     m_autoLayout->setChecked(s.projectorAutoLayoutEnabled);
     m_realPixel->setChecked(s.projectorRealPixel);
     m_floor->setChecked(s.projectorFloor);
@@ -955,9 +966,10 @@ void GuideTab::exportPngInteractive()
 void GuideTab::saveStyleAsDefault()
 {
     QString error;
-    if (guidestyle::save(m_styleFilePath, m_settings, &error)) {
+    const QString path = m_styleFilePath.isEmpty() ? styleDefaultsWritePath() : m_styleFilePath;
+    if (saveStyleDefaults(path, m_settings, &error)) {
         QMessageBox::information(this, tr("Save Style Default"),
-                                 tr("Saved style default:") + QLatin1Char(' ') + QDir::toNativeSeparators(m_styleFilePath));
+                                 tr("Saved style default:") + QLatin1Char(' ') + QDir::toNativeSeparators(path));
     } else {
         QMessageBox::warning(this, tr("Save Style Default"), tr("Failed to save style default:") + QLatin1Char(' ') + error);
     }

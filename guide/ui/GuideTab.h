@@ -26,8 +26,8 @@ class GuideTab : public QWidget
 {
     Q_OBJECT
 public:
-    // A new tab starts from the style defaults in styleFilePath (the program's style
-    // file when empty).
+    // A new tab starts from the style defaults in styleFilePath; when empty, from the
+    // program's style file (and "Save As Default" writes where the program may write).
     explicit GuideTab(QWidget *parent = nullptr, const QString &styleFilePath = QString());
     ~GuideTab() override;
 

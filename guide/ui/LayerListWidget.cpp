@@ -98,6 +98,7 @@ LayerListWidget::LayerListWidget(QWidget *parent)
     form->setContentsMargins(0, 2, 0, 0);
     form->setVerticalSpacing(3);
     form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    form->setRowWrapPolicy(QFormLayout::WrapLongRows);
     m_name = new QLineEdit;
     form->addRow(tr("Name"), m_name);
     auto *opacityRow = new QHBoxLayout;
@@ -111,15 +112,19 @@ LayerListWidget::LayerListWidget(QWidget *parent)
     auto *position = new QHBoxLayout;
     m_centerX = makeDoubleSpin(-100000, 100000, 1);
     m_centerY = makeDoubleSpin(-100000, 100000, 1);
+    m_centerX->setToolTip(tr("Centre X in guide pixels"));
+    m_centerY->setToolTip(tr("Centre Y in guide pixels"));
     position->addWidget(m_centerX);
     position->addWidget(m_centerY);
-    form->addRow(tr("Center (px)"), position);
+    form->addRow(tr("Position"), position);
     auto *size = new QHBoxLayout;
     m_width = makeDoubleSpin(1, 100000, 1);
     m_height = makeDoubleSpin(1, 100000, 1);
+    m_width->setToolTip(tr("Width in guide pixels"));
+    m_height->setToolTip(tr("Height in guide pixels"));
     size->addWidget(m_width);
     size->addWidget(m_height);
-    form->addRow(tr("Size (px)"), size);
+    form->addRow(tr("Size"), size);
     auto *rotationRow = new QHBoxLayout;
     m_rotation = makeDoubleSpin(-180, 180, 1, QStringLiteral("°"));
     m_rotation->setWrapping(true);
@@ -181,6 +186,10 @@ LayerListWidget::LayerListWidget(QWidget *parent)
     maskForm->addRow(tr("Line Width"), m_thickness);
     form->addRow(m_maskBox);
     layout->addWidget(m_properties);
+    m_hint = new QLabel(tr("Add an image or a mask, then drag it in the preview: the corners scale it, the round handle turns it."));
+    m_hint->setWordWrap(true);
+    m_hint->setStyleSheet(QStringLiteral("QLabel { color: palette(mid); }"));
+    layout->addWidget(m_hint);
 
     connect(m_addImage, &QToolButton::clicked, this, &LayerListWidget::chooseImage);
     connect(m_remove, &QToolButton::clicked, this, &LayerListWidget::removeCurrentLayer);
@@ -281,7 +290,8 @@ void LayerListWidget::setCurrentLayer(int index)
 void LayerListWidget::showCurrentProperties()
 {
     const bool has = m_current >= 0 && m_current < m_layers.size();
-    m_properties->setEnabled(has);
+    m_properties->setVisible(has);
+    m_hint->setVisible(!has);
     m_remove->setEnabled(has);
     m_up->setEnabled(has && m_current < m_layers.size() - 1);
     m_down->setEnabled(has && m_current > 0);

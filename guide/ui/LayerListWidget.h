@@ -74,6 +74,7 @@ private:
     QToolButton *m_down = nullptr;
 
     QWidget *m_properties = nullptr;
+    QLabel *m_hint = nullptr;
     QLineEdit *m_name = nullptr;
     QSlider *m_opacity = nullptr;
     QLabel *m_opacityLabel = nullptr;
