@@ -17,11 +17,6 @@
 
 namespace {
 
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("GuideExportAll", text);
-}
-
 QString uniqueFileName(const QString &name, QSet<QString> *taken)
 {
     const QFileInfo info(name);
@@ -40,13 +35,13 @@ bool exportGuidesToDirectory(const QList<GuideExportEntry> &guides, const QStrin
     const QDir dir(directory);
     if (directory.isEmpty() || !dir.exists()) {
         if (error)
-            *error = tr("The folder \"%1\" does not exist.").arg(QDir::toNativeSeparators(directory));
+            *error = QCoreApplication::translate("GuideExportAll", "The folder \"%1\" does not exist.").arg(QDir::toNativeSeparators(directory));
         return false;
     }
     QProgressDialog *progress = nullptr;
     if (progressParent && guides.size() > 1) {
-        progress = new QProgressDialog(tr("Exporting guides..."), tr("Cancel"), 0, int(guides.size()), progressParent);
-        progress->setWindowTitle(tr("Export All Guides"));
+        progress = new QProgressDialog(QCoreApplication::translate("GuideExportAll", "Exporting guides..."), QCoreApplication::translate("GuideExportAll", "Cancel"), 0, int(guides.size()), progressParent);
+        progress->setWindowTitle(QCoreApplication::translate("GuideExportAll", "Export All Guides"));
         progress->setWindowModality(Qt::WindowModal);
         progress->setMinimumDuration(300);
     }
@@ -65,7 +60,7 @@ bool exportGuidesToDirectory(const QList<GuideExportEntry> &guides, const QStrin
         QString reason;
         if (!entry.tab->exportPng(path, &reason)) {
             if (error)
-                *error = tr("Could not export \"%1\": %2").arg(entry.title, reason);
+                *error = QCoreApplication::translate("GuideExportAll", "Could not export \"%1\": %2").arg(entry.title, reason);
             ok = false;
             break;
         }
@@ -95,12 +90,12 @@ void exportAllGuides(MainWindow *window)
 {
     const QList<GuideExportEntry> guides = guideExportEntries(window);
     if (guides.isEmpty()) {
-        QMessageBox::information(window, tr("Export All Guides"), tr("There are no guide tabs to export."));
+        QMessageBox::information(window, QCoreApplication::translate("GuideExportAll", "Export All Guides"), QCoreApplication::translate("GuideExportAll", "There are no guide tabs to export."));
         return;
     }
     QSettings settings;
     const QString last = settings.value(QStringLiteral("paths/guideExportDirectory")).toString();
-    const QString directory = QFileDialog::getExistingDirectory(window, tr("Export All Guides"), last);
+    const QString directory = QFileDialog::getExistingDirectory(window, QCoreApplication::translate("GuideExportAll", "Export All Guides"), last);
     if (directory.isEmpty())
         return;
     settings.setValue(QStringLiteral("paths/guideExportDirectory"), directory);
@@ -111,11 +106,11 @@ void exportAllGuides(MainWindow *window)
     const bool ok = exportGuidesToDirectory(guides, directory, &written, &error, window);
     QApplication::restoreOverrideCursor();
     if (!ok) {
-        QMessageBox::warning(window, tr("Export failed"), error);
+        QMessageBox::warning(window, QCoreApplication::translate("GuideExportAll", "Export failed"), error);
         return;
     }
     window->statusBar()->showMessage(
-        tr("Exported %1 guide images to %2").arg(written.size()).arg(QDir::toNativeSeparators(directory)), 8000);
+        QCoreApplication::translate("GuideExportAll", "Exported %1 guide images to %2").arg(written.size()).arg(QDir::toNativeSeparators(directory)), 8000);
 }
 
 void connectExportAllGuides(MainWindow *window)
