@@ -89,6 +89,16 @@ void ScenePropertyPanel::setGuideNames(const QStringList &names)
     refresh();
 }
 
+void ScenePropertyPanel::setGuideObjects(const QList<QPair<int, QString>> &objects)
+{
+    if (objects == m_guideObjects)
+        return;
+    m_guideObjects = objects;
+    m_builtKind = -2;
+    if (m_index >= 0)
+        setObject(m_index, &m_object);
+}
+
 void ScenePropertyPanel::setObject(int index, const GuideObject *object)
 {
     m_index = object ? index : -1;
@@ -132,6 +142,7 @@ void ScenePropertyPanel::rebuild()
     buildDisplay();
     if (takesTexture(m_object.guide_index))
         buildTexture();
+    m_content->show();
 }
 
 void ScenePropertyPanel::refresh()
@@ -317,18 +328,26 @@ void ScenePropertyPanel::addColor(QFormLayout *form, const QString &label, QColo
 
 void ScenePropertyPanel::addGuideChoice(QFormLayout *form, const QString &label, int GuideObject::*member)
 {
-    QStringList items{tr("None")};
-    items += m_guideNames;
+    QList<QPair<int, QString>> entries;
+    for (int i = 0; i < m_guideNames.size(); ++i)
+        entries.append({i, m_guideNames.at(i)});
+    addIndexedChoice(form, label, member, entries, tr("Guide %1 (missing)"));
+}
+
+void ScenePropertyPanel::addIndexedChoice(QFormLayout *form, const QString &label, int GuideObject::*member,
+                                          const QList<QPair<int, QString>> &entries, const QString &missingText)
+{
     auto *combo = new QComboBox(form->parentWidget());
-    for (int i = 0; i < items.size(); ++i)
-        combo->addItem(items[i], i - 1);
+    combo->addItem(tr("None"), -1);
+    for (const auto &entry : entries)
+        combo->addItem(entry.second, entry.first);
     form->addRow(label, combo);
-    m_refreshers.push_back([combo, member](const GuideObject &o) {
+    m_refreshers.push_back([combo, member, missingText](const GuideObject &o) {
         const QSignalBlocker block(combo);
         int row = combo->findData(o.*member);
         if (row < 0) {
-            // A guide that is not open any more still shows which index it refers to.
-            combo->addItem(tr("Guide %1 (missing)").arg(o.*member + 1), o.*member);
+            // A source that is not there any more still shows which one it was.
+            combo->addItem(missingText.arg(o.*member + 1), o.*member);
             row = combo->count() - 1;
         }
         combo->setCurrentIndex(row);
@@ -576,7 +595,8 @@ void ScenePropertyPanel::buildProjector()
     addColor(form, tr("Colour"), &GuideObject::projector_default_color);
 
     QFormLayout *source = addGroup(tr("Projected Image"));
-    addGuideChoice(source, tr("Guide tab"), &GuideObject::projector_image_guide_index);
+    addIndexedChoice(source, tr("Guide object"), &GuideObject::projector_image_guide_index, m_guideObjects,
+                     tr("Object %1 (not a guide)"));
     addFile(source, tr("Image file"), &GuideObject::projector_image_file_path,
             tr("Images and movies (*.png *.jpg *.jpeg *.bmp *.tif *.tiff *.webp *.mp4 *.mov *.avi *.mkv);;All files (*)"));
 }

@@ -28,6 +28,8 @@ public:
 
     // Titles of the project's guides, in guide order, for the texture source choosers.
     void setGuideNames(const QStringList &names);
+    // The scene's guide objects (index, name): a projector projects one of them.
+    void setGuideObjects(const QList<QPair<int, QString>> &objects);
 
 Q_SIGNALS:
     void objectEdited(int index, const GuideObject &edited);
@@ -55,6 +57,8 @@ private:
                  const QString &filter);
     void addColor(QFormLayout *form, const QString &label, QColor GuideObject::*member);
     void addGuideChoice(QFormLayout *form, const QString &label, int GuideObject::*member);
+    void addIndexedChoice(QFormLayout *form, const QString &label, int GuideObject::*member,
+                          const QList<QPair<int, QString>> &entries, const QString &missingText);
 
     void buildCommon();
     void buildTransform();
@@ -69,6 +73,7 @@ private:
     int m_builtIndex = -2;
     GuideObject m_object;
     QStringList m_guideNames;
+    QList<QPair<int, QString>> m_guideObjects;
     QVBoxLayout *m_layout = nullptr;
     QLabel *m_emptyLabel = nullptr;
     QWidget *m_content = nullptr;

@@ -331,6 +331,12 @@ void ThreeDViewTab::syncListSelection()
 
 void ThreeDViewTab::syncPanel()
 {
+    QList<QPair<int, QString>> guideObjects;
+    const QVector<GuideObject> &objects = m_view->objects();
+    for (int i = 0; i < objects.size(); ++i)
+        if (objects[i].guide_index == KindGuide)
+            guideObjects.append({i, objects[i].name});
+    m_panel->setGuideObjects(guideObjects);
     const int index = m_view->currentIndex();
     if (index >= 0 && index < m_view->objectCount())
         m_panel->setObject(index, &m_view->objects().at(index));
