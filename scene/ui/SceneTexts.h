@@ -4,10 +4,10 @@
 #include <QString>
 #include <QStringList>
 
-// The 3D view's user-visible texts in one place, translated in the "SceneWidget" context.
+// The 3D view's user-visible texts in one place, translated in their own context.
 class SceneTexts
 {
-    Q_DECLARE_TR_FUNCTIONS(SceneWidget)
+    Q_DECLARE_TR_FUNCTIONS(SceneTexts)
 
 public:
     // "" for one, "s" otherwise.
