@@ -412,3 +412,43 @@ TEST(ProjectFile, GuidesGoThroughTheGuideReaderWithOlderKeys)
     ASSERT_EQ(written.size(), 3);
     EXPECT_EQ(written[0].toObject(), guideSettingsToJson(l.doc.guides[0]));
 }
+
+TEST(ProjectFile, FilesOfEveryVersionLoad)
+{
+    const ProjectDocument rich = makeRichProject();
+    const QList<GuideSettings> &guides = rich.guides;
+    const Guide3DViewSettings &view = rich.activeView;
+    struct Case {
+        int version;
+        QByteArray json;
+        int views, canvasTabs, tabs, currentTab;
+    };
+    const QList<Case> cases = {
+        {2, projectToJson(guides, 1), 0, 0, 0, -1},
+        {3, projectToJson(guides, 1, &view), 1, 0, 0, -1},
+        {4, projectToJson(guides, 1, &view, nullptr, &rich.canvasTabs), 1, 2, 0, -1},
+        {5, projectToJson(guides, 1, nullptr, &rich.views, &rich.canvasTabs), 2, 2, 0, -1},
+        {6, projectToJson(guides, 1, nullptr, &rich.views, nullptr, &rich.tabs), 2, 0, 4, -1},
+        {7, projectDocumentToJson(rich), 2, 2, 4, 2},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.version);
+        EXPECT_EQ(versionOf(c.json), c.version);
+        const Loaded l = loadData(c.json);
+        ASSERT_TRUE(l.ok) << l.error.toStdString();
+        EXPECT_EQ(l.doc.guides, guides);
+        EXPECT_EQ(l.doc.activeGuide, 1);
+        EXPECT_EQ(l.doc.views.size(), c.views);
+        EXPECT_EQ(l.doc.activeView.present, c.views > 0);
+        if (c.views > 0)
+            EXPECT_EQ(l.doc.activeView, view);
+        EXPECT_EQ(l.doc.canvasTabs.size(), c.canvasTabs);
+        EXPECT_EQ(l.doc.tabs.size(), c.tabs);
+        EXPECT_EQ(l.doc.currentTab, c.currentTab);
+        // Each reads back to the text it came from.
+        EXPECT_EQ(projectToJson(l.doc.guides, l.doc.activeGuide, c.views == 1 ? &l.doc.activeView : nullptr,
+                                c.views == 2 ? &l.doc.views : nullptr, c.canvasTabs ? &l.doc.canvasTabs : nullptr,
+                                c.tabs ? &l.doc.tabs : nullptr, l.doc.currentTab),
+                  c.json);
+    }
+}
