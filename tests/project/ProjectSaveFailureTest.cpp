@@ -9,8 +9,10 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
+#ifdef Q_OS_UNIX
 #include <csignal>
 #include <sys/resource.h>
+#endif
 
 namespace {
 
@@ -20,6 +22,7 @@ QByteArray readAll(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+#ifdef Q_OS_UNIX
 // A project whose container is several megabytes, so that a write limit bites part-way.
 ProjectDocument largeProject()
 {
@@ -59,9 +62,11 @@ private:
     void (*m_oldHandler)(int) = nullptr;
     bool m_ok = false;
 };
+#endif
 
 } // namespace
 
+#ifdef Q_OS_UNIX
 TEST(ProjectSaveFailure, WriteFailingPartWayKeepsTheOldFile)
 {
     QTemporaryDir dir;
@@ -91,6 +96,7 @@ TEST(ProjectSaveFailure, WriteFailingPartWayKeepsTheOldFile)
     // The same save succeeds without the limit.
     EXPECT_TRUE(saveProjectDocument(path, large, &error)) << error.toStdString();
 }
+#endif
 
 TEST(ProjectSaveFailure, ReadOnlyFolderKeepsTheOldFile)
 {
