@@ -27,6 +27,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QSettings>
 #include <QSignalBlocker>
 #include <QSlider>
@@ -141,28 +142,32 @@ GuideTab::GuideTab(QWidget *parent, const QString &styleFilePath)
     m_textTimer->setSingleShot(true);
     m_textTimer->setInterval(350);
     connect(m_textTimer, &QTimer::timeout, this, [this] { takeSettingsFromControls(Edit::Other); });
+    m_retranslateTimer = new QTimer(this);
+    m_retranslateTimer->setSingleShot(true);
+    m_retranslateTimer->setInterval(0);
+    connect(m_retranslateTimer, &QTimer::timeout, this, &GuideTab::retranslateUi);
 
     auto *splitter = new QSplitter(Qt::Horizontal, this);
     splitter->setObjectName(QStringLiteral("vantreoGuideSplitter"));
     splitter->setChildrenCollapsible(false);
 
-    auto *scroll = new QScrollArea;
-    scroll->setObjectName(QStringLiteral("vantreoGuideControls"));
-    scroll->setWidgetResizable(true);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setWidget(buildControlPanel());
-    scroll->setMinimumWidth(330);
-    splitter->addWidget(scroll);
+    m_scroll = new QScrollArea;
+    m_scroll->setObjectName(QStringLiteral("vantreoGuideControls"));
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setWidget(buildControlPanel());
+    m_scroll->setMinimumWidth(330);
+    splitter->addWidget(m_scroll);
     splitter->addWidget(buildPreviewPanel());
 
-    auto *layerGroup = makeGroup(tr("Layers"), "vantreoGuideLayersGroup");
-    auto *layerLayout = new QVBoxLayout(layerGroup);
+    m_layerGroup = makeGroup(tr("Layers"), "vantreoGuideLayersGroup");
+    auto *layerLayout = new QVBoxLayout(m_layerGroup);
     layerLayout->setContentsMargins(6, 6, 6, 6);
     m_layers = new LayerListWidget;
     layerLayout->addWidget(m_layers);
-    layerGroup->setMinimumWidth(250);
-    splitter->addWidget(layerGroup);
+    m_layerGroup->setMinimumWidth(250);
+    splitter->addWidget(m_layerGroup);
     splitter->setStretchFactor(0, 0);
     splitter->setStretchFactor(1, 1);
     splitter->setStretchFactor(2, 0);
@@ -173,6 +178,7 @@ GuideTab::GuideTab(QWidget *parent, const QString &styleFilePath)
     layout->addWidget(splitter);
 
     connectControls();
+    connectViews();
 
     GuideSettings initial;
     QString error;
@@ -443,10 +449,20 @@ QWidget *GuideTab::buildControlPanel()
 QWidget *GuideTab::buildPreviewPanel()
 {
     auto *panel = new QWidget;
-    auto *column = new QVBoxLayout(panel);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(0);
+    m_previewColumn = new QVBoxLayout(panel);
+    m_previewColumn->setContentsMargins(0, 0, 0, 0);
+    m_previewColumn->setSpacing(0);
+    m_preview = new GuidePreviewWidget;
+    m_previewColumn->addWidget(m_preview, 1);
+    m_previewColumn->insertWidget(0, buildPreviewBar());
+    connect(m_preview, &GuidePreviewWidget::zoomChanged, this, [this](double zoom) {
+        m_zoomLabel->setText(QStringLiteral("%1%").arg(QString::number(zoom * 100.0, 'f', zoom < 1.0 ? 1 : 0)));
+    });
+    return panel;
+}
 
+QWidget *GuideTab::buildPreviewBar()
+{
     auto *bar = new QWidget;
     bar->setObjectName(QStringLiteral("vantreoGuidePreviewBar"));
     auto *row = new QHBoxLayout(bar);
@@ -461,11 +477,13 @@ QWidget *GuideTab::buildPreviewPanel()
     };
     QToolButton *fit = addTool(tr("Fit"), tr("Fit the guide into the view (double-click, F)"));
     QToolButton *actual = addTool(tr("100%"), tr("One guide pixel per screen pixel (1)"));
-    QToolButton *zoomOut = addTool(tr("−"), tr("Zoom out (-)"));
-    QToolButton *zoomIn = addTool(tr("+"), tr("Zoom in (+)"));
+    QToolButton *zoomOut = addTool(QStringLiteral("−"), tr("Zoom out (-)"));
+    QToolButton *zoomIn = addTool(QStringLiteral("+"), tr("Zoom in (+)"));
     m_zoomLabel = new QLabel;
     m_zoomLabel->setObjectName(QStringLiteral("vantreoGuideZoomLabel"));
     m_zoomLabel->setMinimumWidth(60);
+    const double zoom = m_preview->zoom();
+    m_zoomLabel->setText(QStringLiteral("%1%").arg(QString::number(zoom * 100.0, 'f', zoom < 1.0 ? 1 : 0)));
     row->addWidget(m_zoomLabel);
     row->addStretch(1);
     m_saveAsDefault = new QPushButton(tr("Save As Default"));
@@ -473,22 +491,41 @@ QWidget *GuideTab::buildPreviewPanel()
     m_saveAsDefault->setToolTip(tr("Use this guide's style for new guides"));
     m_exportPng = new QPushButton(tr("Export PNG"));
     m_exportPng->setObjectName(QStringLiteral("vantreoGuideExportPng"));
-    m_exportPng->setDefault(false);
     row->addWidget(m_saveAsDefault);
     row->addWidget(m_exportPng);
-    column->addWidget(bar);
-
-    m_preview = new GuidePreviewWidget;
-    column->addWidget(m_preview, 1);
 
     connect(fit, &QToolButton::clicked, m_preview, &GuidePreviewWidget::fitToView);
     connect(actual, &QToolButton::clicked, m_preview, [this] { m_preview->setZoom(1.0); });
     connect(zoomOut, &QToolButton::clicked, m_preview, &GuidePreviewWidget::zoomOut);
     connect(zoomIn, &QToolButton::clicked, m_preview, &GuidePreviewWidget::zoomIn);
-    connect(m_preview, &GuidePreviewWidget::zoomChanged, this, [this](double zoom) {
-        m_zoomLabel->setText(QStringLiteral("%1%").arg(QString::number(zoom * 100.0, 'f', zoom < 1.0 ? 1 : 0)));
-    });
-    return panel;
+    connect(m_exportPng, &QPushButton::clicked, this, &GuideTab::exportPngInteractive);
+    connect(m_saveAsDefault, &QPushButton::clicked, this, &GuideTab::saveStyleAsDefault);
+    return bar;
+}
+
+void GuideTab::changeEvent(QEvent *event)
+{
+    // Installing a translation sends this once per translator; rebuild once.
+    if (event->type() == QEvent::LanguageChange && m_retranslateTimer)
+        m_retranslateTimer->start();
+    QWidget::changeEvent(event);
+}
+
+void GuideTab::retranslateUi()
+{
+    // The panels are rebuilt in the new language and shown with the same settings.
+    const int scrollPosition = m_scroll->verticalScrollBar()->value();
+    m_scroll->setWidget(buildControlPanel()); // deletes the old panel
+    connectControls();
+    showSettingsInControls();
+    refreshNotices();
+    m_scroll->verticalScrollBar()->setValue(scrollPosition);
+
+    QLayoutItem *oldBar = m_previewColumn->takeAt(0);
+    delete oldBar->widget();
+    delete oldBar;
+    m_previewColumn->insertWidget(0, buildPreviewBar());
+    m_layerGroup->setTitle(tr("Layers"));
 }
 
 void GuideTab::connectControls()
@@ -546,9 +583,10 @@ void GuideTab::connectControls()
     });
     connect(m_documentTitleColor, &QPushButton::clicked, this, &GuideTab::chooseTitleColor);
     connect(m_applyProjectorLayout, &QPushButton::clicked, this, &GuideTab::applyProjectorLayout);
-    connect(m_exportPng, &QPushButton::clicked, this, &GuideTab::exportPngInteractive);
-    connect(m_saveAsDefault, &QPushButton::clicked, this, &GuideTab::saveStyleAsDefault);
+}
 
+void GuideTab::connectViews()
+{
     connect(m_preview, &GuidePreviewWidget::imageReady, this, &GuideTab::guideImageChanged);
     connect(m_preview, &GuidePreviewWidget::layerClicked, m_layers, &LayerListWidget::setCurrentLayer);
     connect(m_preview, &GuidePreviewWidget::layerFrameEdited, this, &GuideTab::onLayerFrameEdited);

@@ -8,6 +8,9 @@
 class GuidePreviewWidget;
 class LayerListWidget;
 class QCheckBox;
+class QGroupBox;
+class QScrollArea;
+class QVBoxLayout;
 class QComboBox;
 class QDoubleSpinBox;
 class QLabel;
@@ -61,12 +64,18 @@ Q_SIGNALS:
     void settingsChanged();
     void guideImageChanged();
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
     enum class Edit { None, RealSize, PixelWidth, PixelHeight, Grid, Projector, Other };
 
     QWidget *buildControlPanel();
     QWidget *buildPreviewPanel();
+    QWidget *buildPreviewBar();
     void connectControls();
+    void connectViews();
+    void retranslateUi();
     void showSettingsInControls();
     void takeSettingsFromControls(Edit edit);
     void applyDerivedValues(Edit edit);
@@ -83,6 +92,10 @@ private:
     bool m_updatingControls = false;
     QTimer *m_renderTimer = nullptr;
     QTimer *m_textTimer = nullptr;
+    QTimer *m_retranslateTimer = nullptr;
+    QScrollArea *m_scroll = nullptr;
+    QVBoxLayout *m_previewColumn = nullptr;
+    QGroupBox *m_layerGroup = nullptr;
 
     GuidePreviewWidget *m_preview = nullptr;
     LayerListWidget *m_layers = nullptr;

@@ -4,6 +4,7 @@
 #include <QColorDialog>
 #include <QComboBox>
 #include <QDir>
+#include <QEvent>
 #include <QDoubleSpinBox>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -20,6 +21,7 @@
 #include <QSettings>
 #include <QSlider>
 #include <QSpinBox>
+#include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -63,9 +65,35 @@ LayerListWidget::LayerListWidget(QWidget *parent)
     : QWidget(parent)
 {
     setObjectName(QStringLiteral("vantreoLayerList"));
-    auto *layout = new QVBoxLayout(this);
+    auto *outer = new QVBoxLayout(this);
+    outer->setContentsMargins(0, 0, 0, 0);
+    m_retranslateTimer = new QTimer(this);
+    m_retranslateTimer->setSingleShot(true);
+    m_retranslateTimer->setInterval(0);
+    connect(m_retranslateTimer, &QTimer::timeout, this, [this] {
+        // Rebuilt in the new language; the layers themselves are unchanged.
+        delete m_body;
+        buildUi();
+        rebuildList();
+    });
+    buildUi();
+    rebuildList();
+}
+
+void LayerListWidget::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange && m_retranslateTimer)
+        m_retranslateTimer->start();
+    QWidget::changeEvent(event);
+}
+
+void LayerListWidget::buildUi()
+{
+    m_body = new QWidget;
+    auto *layout = new QVBoxLayout(m_body);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(4);
+    static_cast<QVBoxLayout *>(this->layout())->addWidget(m_body);
 
     auto *buttons = new QHBoxLayout;
     buttons->setSpacing(3);
@@ -233,8 +261,6 @@ LayerListWidget::LayerListWidget(QWidget *parent)
     for (QCheckBox *box : {m_maskInverse, m_maskWireframe})
         connect(box, &QCheckBox::toggled, this, &LayerListWidget::onPropertyEdited);
     connect(m_maskShape, &QComboBox::currentIndexChanged, this, &LayerListWidget::onPropertyEdited);
-
-    rebuildList();
 }
 
 QString LayerListWidget::displayName(const GuideLayerObject &layer) const

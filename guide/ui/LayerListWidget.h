@@ -16,6 +16,7 @@ class QListWidgetItem;
 class QPushButton;
 class QSlider;
 class QSpinBox;
+class QTimer;
 class QToolButton;
 class QWidget;
 
@@ -50,7 +51,11 @@ Q_SIGNALS:
     void layersChanged();
     void currentLayerChanged(int index);
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
+    void buildUi();
     void rebuildList();
     void showCurrentProperties();
     void commit();
@@ -66,6 +71,8 @@ private:
     int m_current = -1;
     bool m_updating = false;
 
+    QTimer *m_retranslateTimer = nullptr;
+    QWidget *m_body = nullptr;
     QListWidget *m_list = nullptr;
     QToolButton *m_addImage = nullptr;
     QToolButton *m_addMask = nullptr;

@@ -14,6 +14,9 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLabel>
+#include <QListWidget>
+#include <QTest>
+#include <QTranslator>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QSlider>
@@ -301,4 +304,34 @@ TEST(GuideTab, LayerDraggedInThePreviewMovesInTheSettings)
     EXPECT_DOUBLE_EQ(after.width, before.width * 2);
     EXPECT_DOUBLE_EQ(after.rotationDegrees, 30.0);
     EXPECT_EQ(tab.preview()->selectedLayer(), 0);
+}
+
+TEST(GuideTab, FollowsALanguageChangeWithoutLosingItsSettings)
+{
+    QTemporaryDir dir;
+    GuideTab tab(nullptr, missingStyleFile(dir));
+    child<QSpinBox>(tab, "vantreoGuideRows")->setValue(10);
+    tab.layerList()->addMaskLayer(QStringLiteral("circle"));
+
+    QTranslator korean;
+    ASSERT_TRUE(korean.load(QStringLiteral(":/i18n/VantreoGuide_ko.qm")));
+    QCoreApplication::installTranslator(&korean);
+    QTest::qWait(20);
+    EXPECT_EQ(child<QPushButton>(tab, "vantreoGuideExportPng")->text(), QStringLiteral("PNG 내보내기"));
+    EXPECT_EQ(child<QPushButton>(tab, "vantreoGuideApplyProjectorLayout")->text(), QStringLiteral("프로젝터 배치 적용"));
+    EXPECT_EQ(child<QComboBox>(tab, "vantreoGuideNumberFormat")->currentText(), QStringLiteral("행-열"));
+    auto *list = child<QListWidget>(tab, "vantreoLayerListView");
+    ASSERT_EQ(list->count(), 1);
+    EXPECT_EQ(list->item(0)->text(), QStringLiteral("원형 마스크"));
+
+    // The rebuilt controls show the same guide and still edit it.
+    auto *rows = child<QSpinBox>(tab, "vantreoGuideRows");
+    EXPECT_EQ(rows->value(), 10);
+    rows->setValue(12);
+    EXPECT_EQ(tab.settings().rows, 12);
+
+    QCoreApplication::removeTranslator(&korean);
+    QTest::qWait(20);
+    EXPECT_EQ(child<QPushButton>(tab, "vantreoGuideExportPng")->text(), QStringLiteral("Export PNG"));
+    EXPECT_EQ(tab.settings().imageObjects.size(), 1);
 }
