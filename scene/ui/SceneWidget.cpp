@@ -420,6 +420,65 @@ void SceneWidget::frameSelection()
     requestRepaint();
 }
 
+void SceneWidget::saveCameraView(const QString &name)
+{
+    GuideCameraView view;
+    view.name = name;
+    view.view_mode = m_camera.mode() == ViewCameraMode::ProjectorView ? 0 : int(m_camera.mode());
+    view.view_rotation_x = m_camera.rotationX();
+    view.view_rotation_y = m_camera.rotationY();
+    view.focus_distance = m_camera.focusDistance();
+    view.target_x = m_camera.target().x();
+    view.target_y = m_camera.target().y();
+    view.target_z = m_camera.target().z();
+    for (const GuideObject &object : objects())
+        if (object.isProjector())
+            view.projector_objects.append(object);
+    m_cameraViews.append(view);
+    Q_EMIT viewStateChanged();
+}
+
+bool SceneWidget::restoreCameraView(int index)
+{
+    if (index < 0 || index >= m_cameraViews.size())
+        return false;
+    const GuideCameraView &view = m_cameraViews.at(index);
+    m_projectorViewIndex = -1;
+    m_camera.setMode(ViewCameraMode(std::clamp(view.view_mode, 0, 2)));
+    m_camera.setRotation(view.view_rotation_x, view.view_rotation_y);
+    m_camera.setFocusDistance(view.focus_distance);
+    m_camera.setTarget(QVector3D(float(view.target_x), float(view.target_y), float(view.target_z)));
+
+    QVector<GuideObject> next = objects();
+    bool changed = false;
+    for (const GuideObject &stored : view.projector_objects) {
+        for (GuideObject &object : next) {
+            if (object.isProjector() && object.name == stored.name && object != stored) {
+                object = stored;
+                changed = true;
+                break;
+            }
+        }
+    }
+    if (changed) {
+        m_model.pushUndoSnapshot();
+        for (int i = 0; i < next.size(); ++i)
+            *m_model.mutableObject(i) = next.at(i);
+        m_model.notifyChanged();
+    }
+    Q_EMIT viewStateChanged();
+    requestRepaint();
+    return true;
+}
+
+void SceneWidget::removeCameraView(int index)
+{
+    if (index < 0 || index >= m_cameraViews.size())
+        return;
+    m_cameraViews.removeAt(index);
+    Q_EMIT viewStateChanged();
+}
+
 // ---------------------------------------------------------------------------------------------
 // Selection
 

@@ -79,6 +79,14 @@ public:
     QString viewName() const;
     void frameSelection();
 
+    // Saved camera positions with copies of the scene's projectors.
+    const QVector<GuideCameraView> &cameraViews() const { return m_cameraViews; }
+    void saveCameraView(const QString &name);
+    // Moves the camera there and puts the stored projectors back (matched by name) as one
+    // undo step; false for an index out of range.
+    bool restoreCameraView(int index);
+    void removeCameraView(int index);
+
     // --- selection ---------------------------------------------------------------------------
     QList<int> selection() const { return m_model.selectedIndices(); }
     // The primary selected object (the gizmo's), or -1.

@@ -13,6 +13,7 @@
 #include <QImageReader>
 #include <QInputDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMainWindow>
 #include <QMenu>
@@ -145,6 +146,28 @@ void ThreeDViewTab::buildToolBar()
             showStatus(tr("Select a projector or camera to look through."), 4000);
     });
     viewMenu->addAction(tr("Frame Selection (F)"), m_view, &SceneWidget::frameSelection);
+    viewMenu->addSeparator();
+    viewMenu->addAction(tr("Save Camera View..."), this, [this] {
+        bool ok = false;
+        const QString name = QInputDialog::getText(this, tr("Save Camera View"), tr("Name"), QLineEdit::Normal,
+                                                   tr("View %1").arg(m_view->cameraViews().size() + 1), &ok);
+        if (ok && !name.trimmed().isEmpty())
+            m_view->saveCameraView(name.trimmed());
+    });
+    QMenu *cameraViews = viewMenu->addMenu(tr("Camera Views"));
+    connect(cameraViews, &QMenu::aboutToShow, this, [this, cameraViews] {
+        cameraViews->clear();
+        const QVector<GuideCameraView> &views = m_view->cameraViews();
+        if (views.isEmpty())
+            cameraViews->addAction(tr("No saved camera views"))->setEnabled(false);
+        for (int i = 0; i < views.size(); ++i)
+            cameraViews->addAction(views[i].name, this, [this, i] { m_view->restoreCameraView(i); });
+        if (!views.isEmpty()) {
+            QMenu *remove = cameraViews->addMenu(tr("Remove"));
+            for (int i = 0; i < views.size(); ++i)
+                remove->addAction(views[i].name, this, [this, i] { m_view->removeCameraView(i); });
+        }
+    });
     viewMenu->addSeparator();
     m_objectsAction = viewMenu->addAction(tr("Show Objects"));
     m_objectsAction->setCheckable(true);

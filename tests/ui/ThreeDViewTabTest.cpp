@@ -243,3 +243,31 @@ TEST_F(ThreeDViewTabTest, WindowAddsCopiesAndUndoesThroughTheEditMenu)
     redo->trigger();
     EXPECT_EQ(first->sceneWidget()->objectCount(), 2);
 }
+
+TEST_F(ThreeDViewTabTest, SavedCameraViewsKeepTheCameraAndTheProjectors)
+{
+    SceneWidget *view = tab->sceneWidget();
+    const int projector = tab->addObject(ThreeDViewTab::AddProjector, false);
+    view->camera().setTarget(QVector3D(1, 2, 3));
+    view->camera().setFocusDistance(7.0);
+    view->saveCameraView(QStringLiteral("Stage"));
+    ASSERT_EQ(view->cameraViews().size(), 1);
+    EXPECT_EQ(view->cameraViews().at(0).projector_objects.size(), 1);
+
+    GuideObject moved = view->objects().at(projector);
+    moved.translate_x = 4.0f;
+    view->applyObjectEdit(projector, moved);
+    view->camera().setTarget(QVector3D(0, 0, 0));
+    ASSERT_TRUE(view->restoreCameraView(0));
+    EXPECT_NEAR(view->camera().target().z(), 3.0, 1e-6);
+    EXPECT_NEAR(view->camera().focusDistance(), 7.0, 1e-9);
+    EXPECT_FLOAT_EQ(view->objects().at(projector).translate_x, 0.0f);
+    // Putting the projectors back is one undo step.
+    EXPECT_TRUE(tab->undo());
+    EXPECT_FLOAT_EQ(view->objects().at(projector).translate_x, 4.0f);
+    // And the saved views travel with the project.
+    const Guide3DViewSettings loaded = viewSettingsFromJson(viewSettingsToJson(tab->viewSettings()));
+    ASSERT_EQ(loaded.camera_views.size(), 1);
+    EXPECT_EQ(loaded.camera_views.at(0).name, QStringLiteral("Stage"));
+    EXPECT_EQ(loaded.camera_views.at(0).projector_objects.size(), 1);
+}
