@@ -22,6 +22,13 @@ QString noTabsError()
     return QStringLiteral("JSON contains no guide, canvas, or 3D view tabs.");
 }
 
+constexpr qint64 kMaxSequentialProjectBytes = qint64(64) << 20;
+
+QString tooLargeError()
+{
+    return QStringLiteral("The file is too large to be a project.");
+}
+
 void setError(QString *error, const QString &text)
 {
     if (error)
@@ -235,7 +242,18 @@ bool loadProjectFile(const QString &path, QList<GuideSettings> *guides, int *act
         setError(error, file.errorString());
         return false;
     }
-    const QByteArray data = file.readAll();
+    // Bounded, so that a device or pipe that never ends cannot hang the load; a pipe
+    // may bring less than a regular file.
+    const qint64 limit = file.isSequential() ? kMaxSequentialProjectBytes : vg::kSettingsContainerMaxPayload;
+    if (!file.isSequential() && file.size() > limit) {
+        setError(error, tooLargeError());
+        return false;
+    }
+    const QByteArray data = file.read(limit + 1);
+    if (data.size() > limit) {
+        setError(error, tooLargeError());
+        return false;
+    }
     if (file.error() != QFileDevice::NoError) {
         setError(error, file.errorString());
         return false;

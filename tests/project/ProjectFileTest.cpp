@@ -440,8 +440,9 @@ TEST(ProjectFile, FilesOfEveryVersionLoad)
         EXPECT_EQ(l.doc.activeGuide, 1);
         EXPECT_EQ(l.doc.views.size(), c.views);
         EXPECT_EQ(l.doc.activeView.present, c.views > 0);
-        if (c.views > 0)
+        if (c.views > 0) {
             EXPECT_EQ(l.doc.activeView, view);
+        }
         EXPECT_EQ(l.doc.canvasTabs.size(), c.canvasTabs);
         EXPECT_EQ(l.doc.tabs.size(), c.tabs);
         EXPECT_EQ(l.doc.currentTab, c.currentTab);
@@ -451,4 +452,15 @@ TEST(ProjectFile, FilesOfEveryVersionLoad)
                                 c.tabs ? &l.doc.tabs : nullptr, l.doc.currentTab),
                   c.json);
     }
+}
+
+TEST(ProjectFile, EndlessDeviceDoesNotHang)
+{
+    if (!QFile::exists(QStringLiteral("/dev/zero")))
+        GTEST_SKIP() << "no /dev/zero here";
+    QString error;
+    QList<GuideSettings> guides;
+    int active = 0;
+    EXPECT_FALSE(loadProjectFile(QStringLiteral("/dev/zero"), &guides, &active, &error));
+    EXPECT_EQ(error, QStringLiteral("The file is too large to be a project."));
 }
