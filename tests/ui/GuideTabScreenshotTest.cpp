@@ -3,11 +3,15 @@
 #include "guide/ui/LayerListWidget.h"
 
 #include <QDir>
+#include <QElapsedTimer>
+#include <QTranslator>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTest>
 
 #include <gtest/gtest.h>
+
+#include <cstdio>
 
 // Writes a screenshot of a 4K guide tab with the projector array and its exported PNG into
 // the folder named by VG_GUIDE_SCREENSHOT_DIR, for looking at; skipped when it is unset.
@@ -54,4 +58,33 @@ TEST(GuideTabScreenshot, FourKGuideWithProjectorInfo)
     tab.preview()->setView(1.0, QPointF(1920, 1080));
     QTest::qWait(50);
     EXPECT_TRUE(tab.grab().save(QDir(out).filePath(QStringLiteral("guide-tab-4k-100.png"))));
+
+    // How long one repaint of the preview takes on an 8K guide, zoomed out and at 100 %.
+    s.realWidth = 7680;
+    s.realHeight = 4320;
+    s.pixelWidth = 7680;
+    s.pixelHeight = 4320;
+    tab.setSettings(s);
+    ASSERT_TRUE(tab.waitForGuideImage());
+    for (double zoom : {0.0, 0.3, 1.0, 4.0}) {
+        if (zoom == 0.0)
+            tab.preview()->fitToView();
+        else
+            tab.preview()->setView(zoom, QPointF(3000, 2000));
+        QElapsedTimer timer;
+        timer.start();
+        for (int i = 0; i < 20; ++i)
+            tab.preview()->repaint();
+        std::printf("8K preview repaint at zoom %.3f: %.2f ms\n", tab.preview()->zoom(), timer.nsecsElapsed() / 20.0e6);
+    }
+
+    QTranslator korean;
+    if (korean.load(QStringLiteral(":/i18n/VantreoGuide_ko.qm"))) {
+        QCoreApplication::installTranslator(&korean);
+        QTest::qWait(50);
+        tab.preview()->fitToView();
+        QTest::qWait(50);
+        EXPECT_TRUE(tab.grab().save(QDir(out).filePath(QStringLiteral("guide-tab-8k-ko.png"))));
+        QCoreApplication::removeTranslator(&korean);
+    }
 }
