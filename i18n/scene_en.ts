@@ -805,12 +805,12 @@
 <context>
     <name>SceneWidget</name>
     <message>
-        <location filename="../scene/ui/SceneWidget.cpp" line="727"/>
+        <location filename="../scene/ui/SceneWidget.cpp" line="791"/>
         <source>Select a projector or camera to look through.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/SceneWidget.cpp" line="1153"/>
+        <location filename="../scene/ui/SceneWidget.cpp" line="1217"/>
         <source>The 3D view could not start.</source>
         <translation type="unfinished"></translation>
     </message>
@@ -818,423 +818,458 @@
 <context>
     <name>ThreeDViewTab</name>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="51"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="52"/>
         <source>Objects</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="116"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="184"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="117"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="207"/>
         <source>Add</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="124"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="125"/>
         <source>Move (W)</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="124"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="125"/>
         <source>Rotate (E)</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="124"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="125"/>
         <source>Scale (R)</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="131"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="132"/>
         <source>Local Axes (X)</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="134"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="135"/>
         <source>Snap</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="139"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="165"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="140"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="188"/>
         <source>View</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="140"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="141"/>
         <source>Perspective (P)</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="141"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="142"/>
         <source>Front</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="142"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="143"/>
         <source>Side</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="143"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="144"/>
         <source>Projector View (V)</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="145"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="146"/>
         <source>Select a projector or camera to look through.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="147"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="148"/>
         <source>Frame Selection (F)</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="149"/>
-        <source>Show Objects</source>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="150"/>
+        <source>Save Camera View...</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
         <location filename="../scene/ui/ThreeDViewTab.cpp" line="152"/>
-        <source>Show Grid</source>
+        <source>Save Camera View</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="155"/>
-        <source>Show All Projector Frusta</source>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="152"/>
+        <source>Name</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="158"/>
-        <source>Show OBJ Polygon Lines</source>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="153"/>
+        <source>View %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="161"/>
-        <source>Show Viewport Controls</source>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="157"/>
+        <source>Camera Views</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="170"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="176"/>
-        <source>Edit</source>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="162"/>
+        <source>No saved camera views</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="171"/>
-        <source>Copy</source>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="166"/>
+        <source>Remove</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
         <location filename="../scene/ui/ThreeDViewTab.cpp" line="172"/>
-        <source>Paste</source>
+        <source>Show Objects</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="173"/>
-        <source>Duplicate</source>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="175"/>
+        <source>Show Grid</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="174"/>
-        <source>Delete</source>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="178"/>
+        <source>Show All Projector Frusta</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="190"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="392"/>
-        <source>Plane</source>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="181"/>
+        <source>Show OBJ Polygon Lines</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="191"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="396"/>
-        <source>Circle Plane</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="192"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="402"/>
-        <source>Cylinder Wall</source>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="184"/>
+        <source>Show Viewport Controls</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
         <location filename="../scene/ui/ThreeDViewTab.cpp" line="193"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="408"/>
-        <source>Dome</source>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="199"/>
+        <source>Edit</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
         <location filename="../scene/ui/ThreeDViewTab.cpp" line="194"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="414"/>
-        <source>Sphere</source>
+        <source>Copy</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
         <location filename="../scene/ui/ThreeDViewTab.cpp" line="195"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="420"/>
-        <source>Horseshoe</source>
+        <source>Paste</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
         <location filename="../scene/ui/ThreeDViewTab.cpp" line="196"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="427"/>
-        <source>L Shape</source>
+        <source>Duplicate</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
         <location filename="../scene/ui/ThreeDViewTab.cpp" line="197"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="433"/>
+        <source>Delete</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="213"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="415"/>
+        <source>Plane</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="214"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="419"/>
+        <source>Circle Plane</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="215"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="425"/>
+        <source>Cylinder Wall</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="216"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="431"/>
+        <source>Dome</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="217"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="437"/>
+        <source>Sphere</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="218"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="443"/>
+        <source>Horseshoe</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="219"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="450"/>
+        <source>L Shape</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="220"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="456"/>
         <source>Person</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="198"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="439"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="221"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="462"/>
         <source>Projector</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="199"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="445"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="222"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="468"/>
         <source>Camera</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="200"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="223"/>
         <source>Curve</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="201"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="455"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="224"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="478"/>
         <source>Distance Measure</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="202"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="459"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="225"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="482"/>
         <source>Comment</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="203"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="474"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="226"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="497"/>
         <source>Guide</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="204"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="496"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="227"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="519"/>
         <source>Image</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="392"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="415"/>
         <source>Add Plane</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="392"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="397"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="421"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="428"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="474"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="477"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="415"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="420"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="444"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="451"/>
         <location filename="../scene/ui/ThreeDViewTab.cpp" line="497"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="500"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="520"/>
         <source>Width</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="392"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="397"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="403"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="409"/>
         <location filename="../scene/ui/ThreeDViewTab.cpp" line="415"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="421"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="428"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="434"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="474"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="477"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="420"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="426"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="432"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="438"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="444"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="451"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="457"/>
         <location filename="../scene/ui/ThreeDViewTab.cpp" line="497"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="500"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="520"/>
         <source>Height</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="396"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="419"/>
         <source>Add Circle Plane</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="398"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="421"/>
         <source>Hole radius</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="402"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="425"/>
         <source>Add Cylinder Wall</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="403"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="426"/>
         <source>Arc length</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="404"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="427"/>
         <source>Angle</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="408"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="431"/>
         <source>Add Dome</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="409"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="415"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="432"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="438"/>
         <source>Radius</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="410"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="416"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="433"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="439"/>
         <source>Segments around</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="410"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="416"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="433"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="439"/>
         <source>Segments up</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="414"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="437"/>
         <source>Add Sphere</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="420"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="443"/>
         <source>Add Horseshoe</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="421"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="428"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="444"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="451"/>
         <source>Depth</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="422"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="445"/>
         <source>Bend radius</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="422"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="445"/>
         <source>U lines</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="423"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="446"/>
         <source>V lines</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="423"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="446"/>
         <source>Round lines</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="427"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="450"/>
         <source>Add L Shape</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="429"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="452"/>
         <source>Corner radius</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="433"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="456"/>
         <source>Add Person</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="434"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="457"/>
         <source>Width (0 = from height)</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="439"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="462"/>
         <source>Add Projector</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="440"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="446"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="463"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="469"/>
         <source>Body width</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="440"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="446"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="463"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="469"/>
         <source>Body height</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="441"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="447"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="464"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="470"/>
         <source>Body depth</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="445"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="468"/>
         <source>Add Camera</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="455"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="478"/>
         <source>Add Distance Measure</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="455"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="478"/>
         <source>Length</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="462"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="485"/>
         <source>Add Comment</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="462"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="485"/>
         <source>Comment text</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="472"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="495"/>
         <source>Guide 1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="474"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="497"/>
         <source>Add Guide</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="476"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="499"/>
         <source>Guide tab</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="488"/>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="496"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="511"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="519"/>
         <source>Add Image</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../scene/ui/ThreeDViewTab.cpp" line="489"/>
+        <location filename="../scene/ui/ThreeDViewTab.cpp" line="512"/>
         <source>Images (*.png *.jpg *.jpeg *.bmp *.tif *.tiff *.webp);;All files (*)</source>
         <translation type="unfinished"></translation>
     </message>

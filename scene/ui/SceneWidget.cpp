@@ -533,8 +533,13 @@ int SceneWidget::pasteFromClipboard()
         setStatus(SceneTexts::nothingCopiedMessage());
         return 0;
     }
-    // Guide and projector bindings refer to the source scene; a fresh scene keeps only
-    // bindings that still point at a guide tab.
+    // A projector's guide binding is a scene index of the source view: it is kept only
+    // where this view has a guide object at that index too.
+    for (GuideObject &object : incoming) {
+        const int ref = object.projector_image_guide_index;
+        if (ref >= 0 && (ref >= objectCount() || objects().at(ref).guide_index != KindGuide))
+            object.projector_image_guide_index = -1;
+    }
     const int pasted = appendObjects(incoming);
     setStatus(SceneTexts::pastedMessage(pasted));
     return pasted;
