@@ -3,6 +3,7 @@
 
 #include "app/MainWindow.h"
 
+#include "app/GpuSelectionDialog.h"
 #include "app/TabFactory.h"
 
 #include <QApplication>
@@ -23,7 +24,7 @@ namespace {
 
 struct CaptureStep
 {
-    enum Kind { AddTab, SetUiScale, Screenshot, OpenMenu, SelectTab, CloseAllTabs, Wait };
+    enum Kind { AddTab, SetUiScale, Screenshot, OpenMenu, GpuSelection, SelectTab, CloseAllTabs, Wait };
     Kind kind = Wait;
     QString tabKind;
     QString title;
@@ -59,6 +60,14 @@ CaptureStep menuShot(const char *menu, const char *file)
     return step;
 }
 
+CaptureStep gpuShot(const char *file)
+{
+    CaptureStep step;
+    step.kind = CaptureStep::GpuSelection;
+    step.file = QString::fromLatin1(file);
+    return step;
+}
+
 CaptureStep closeAll()
 {
     CaptureStep step;
@@ -80,6 +89,7 @@ QList<CaptureStep> stepsForMode(CaptureMode mode)
                 addTab(kThreeDViewTabKind),
                 screenshot("06_3d_view_tab.png"),
                 menuShot("menuSettings", "07_settings_menu.png"),
+                gpuShot("08_gpu_selection.png"),
                 closeAll()};
     case CaptureMode::ProjectionTutorialScreenshots:
         return {screenshot("01_start_page.png"),
@@ -140,8 +150,11 @@ bool parseScenarioStep(const QJsonValue &value, int number, CaptureStep *step, Q
         if (!object.value(QStringLiteral("scale")).isDouble())
             return fail(QStringLiteral("\"scale\" must be a number."));
         step->scale = object.value(QStringLiteral("scale")).toDouble();
-    } else if (action == QLatin1String("screenshot") || action == QLatin1String("openMenu")) {
-        step->kind = action == QLatin1String("screenshot") ? CaptureStep::Screenshot : CaptureStep::OpenMenu;
+    } else if (action == QLatin1String("screenshot") || action == QLatin1String("openMenu")
+               || action == QLatin1String("gpuSelection")) {
+        step->kind = action == QLatin1String("screenshot") ? CaptureStep::Screenshot
+                     : action == QLatin1String("openMenu") ? CaptureStep::OpenMenu
+                                                           : CaptureStep::GpuSelection;
         step->file = object.value(QStringLiteral("file")).toString().trimmed();
         if (step->file.isEmpty())
             return fail(QStringLiteral("\"file\" must name the PNG file to write."));
@@ -217,7 +230,7 @@ bool MainWindow::screenshotMenu(QMenu *menu, const QString &directory, const QSt
 
 static bool runSteps(MainWindow *window, const QList<CaptureStep> &steps, const QString &directory, QString *error,
                      const std::function<void(int)> &settle,
-                     const std::function<bool(const QString &, QMenu *)> &shoot)
+                     const std::function<bool(const QString &, QWidget *)> &shoot)
 {
     if (!QDir().mkpath(directory)) {
         if (error)
@@ -250,6 +263,18 @@ static bool runSteps(MainWindow *window, const QList<CaptureStep> &steps, const 
                 return false;
             break;
         }
+        case CaptureStep::GpuSelection: {
+            // Shown without running it, so the run goes on; the system's adapters are listed.
+            GpuSelectionDialog dialog(enumerateGpuAdapters(), window->gpuAdapterKey(), window);
+            dialog.show();
+            settle(250);
+            const bool ok = shoot(step.file, &dialog);
+            dialog.close();
+            settle(50);
+            if (!ok)
+                return false;
+            break;
+        }
         case CaptureStep::SelectTab:
             if (QWidget *content = window->contentTab(step.index))
                 window->tabWidget()->setCurrentWidget(content);
@@ -277,9 +302,10 @@ bool MainWindow::runCaptureMode(CaptureMode mode, const QString &outputDirectory
     }
     return runSteps(
         this, steps, outputDirectory, error, [this](int ms) { settle(ms); },
-        [&](const QString &file, QMenu *menu) {
-            return menu ? screenshotMenu(menu, outputDirectory, file, error)
-                        : saveScreenshot(outputDirectory, file, nullptr, error);
+        [&](const QString &file, QWidget *popup) {
+            if (auto *menu = qobject_cast<QMenu *>(popup))
+                return screenshotMenu(menu, outputDirectory, file, error);
+            return saveScreenshot(outputDirectory, file, popup, error);
         });
 }
 
@@ -332,7 +358,9 @@ bool MainWindow::runTutorialCapture(const QString &scenarioPath, QString *error)
         QDir::cleanPath(outputDirectory.isEmpty() ? scenarioDir.absolutePath() : scenarioDir.absoluteFilePath(outputDirectory));
     return runSteps(
         this, steps, directory, error, [this](int ms) { settle(ms); },
-        [&](const QString &name, QMenu *menu) {
-            return menu ? screenshotMenu(menu, directory, name, error) : saveScreenshot(directory, name, nullptr, error);
+        [&](const QString &name, QWidget *popup) {
+            if (auto *menu = qobject_cast<QMenu *>(popup))
+                return screenshotMenu(menu, directory, name, error);
+            return saveScreenshot(directory, name, popup, error);
         });
 }

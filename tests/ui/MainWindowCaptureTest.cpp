@@ -46,7 +46,7 @@ TEST_F(MainWindowCaptureTest, ManualScreenshotsWriteStartPageMenusAndEveryTabKin
     const QStringList expected{QStringLiteral("01_start_page.png"),  QStringLiteral("02_file_menu.png"),
                                QStringLiteral("03_add_tab_menu.png"), QStringLiteral("04_guide_tab.png"),
                                QStringLiteral("05_canvas_tab.png"),   QStringLiteral("06_3d_view_tab.png"),
-                               QStringLiteral("07_settings_menu.png")};
+                               QStringLiteral("07_settings_menu.png"), QStringLiteral("08_gpu_selection.png")};
     EXPECT_EQ(QDir(out).entryList(QDir::Files, QDir::Name), expected);
     QImage start(QDir(out).filePath(expected.at(0)));
     QImage menu(QDir(out).filePath(expected.at(1)));
