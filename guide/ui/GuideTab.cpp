@@ -36,6 +36,7 @@
 #include <QStandardPaths>
 #include <QTimer>
 #include <QToolButton>
+#include <QToolTip>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -209,6 +210,8 @@ QWidget *GuideTab::buildControlPanel()
     m_pixelHeight = makeSpin(4, kMaxPixels, tr(" px"));
     m_pixelWidth->setObjectName(QStringLiteral("vantreoGuidePixelWidth"));
     m_pixelHeight->setObjectName(QStringLiteral("vantreoGuidePixelHeight"));
+    m_pixelWidth->installEventFilter(this);
+    m_pixelHeight->installEventFilter(this);
     sizeForm->addRow(tr("Pixel Size"), pair(m_pixelWidth, m_pixelHeight));
     m_fixedRatio = makeCheck(tr("Fixed Ratio"), "vantreoGuideFixedRatio");
     m_fixedRatio->setToolTip(tr("Keep the pixel size in the aspect ratio of the real size"));
@@ -501,6 +504,18 @@ QWidget *GuideTab::buildPreviewBar()
     connect(m_exportPng, &QPushButton::clicked, this, &GuideTab::exportPngInteractive);
     connect(m_saveAsDefault, &QPushButton::clicked, this, &GuideTab::saveStyleAsDefault);
     return bar;
+}
+
+bool GuideTab::eventFilter(QObject *watched, QEvent *event)
+{
+    // A computed pixel size refuses edits and says why, right where the user tried.
+    if ((watched == m_pixelWidth || watched == m_pixelHeight) && m_settings.projectorRealPixel
+        && (event->type() == QEvent::KeyPress || event->type() == QEvent::MouseButtonPress
+            || event->type() == QEvent::Wheel)) {
+        auto *spin = static_cast<QWidget *>(watched);
+        QToolTip::showText(spin->mapToGlobal(QPoint(0, spin->height())), m_sizeNotice->text(), spin);
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 void GuideTab::changeEvent(QEvent *event)

@@ -66,6 +66,7 @@ Q_SIGNALS:
 
 protected:
     void changeEvent(QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     enum class Edit { None, RealSize, PixelWidth, PixelHeight, Grid, Projector, Other };
