@@ -42,10 +42,18 @@ bool addFile(zip_t *archive, const QString &file, const QString &entryName)
     zip_source_t *source = zip_source_file(archive, QFile::encodeName(file).constData(), 0, -1);
     if (!source)
         return false;
-    if (zip_file_add(archive, entryName.toUtf8().constData(), source, ZIP_FL_ENC_UTF_8 | ZIP_FL_OVERWRITE) < 0) {
+    const zip_int64_t index = zip_file_add(archive, entryName.toUtf8().constData(), source, ZIP_FL_ENC_UTF_8 | ZIP_FL_OVERWRITE);
+    if (index < 0) {
         zip_source_free(source);
         return false;
     }
+    // Unix permissions travel in the external attributes, so a packaged program and its
+    // launcher stay executable when the archive is unpacked.
+    const QFile::Permissions permissions = QFileInfo(file).permissions();
+    zip_uint32_t mode = 0100644;
+    if (permissions & (QFile::ExeOwner | QFile::ExeUser))
+        mode = 0100755;
+    zip_file_set_external_attributes(archive, zip_uint64_t(index), 0, ZIP_OPSYS_UNIX, mode << 16);
     return true;
 }
 
@@ -255,6 +263,13 @@ bool extractArchive(const QString &zipPath, const QString &destination, bool ove
         if (!ok || !out.commit()) {
             setError(error, QStringLiteral("ZIP extraction failed."));
             return false;
+        }
+        zip_uint8_t system = 0;
+        zip_uint32_t attributes = 0;
+        if (zip_file_get_external_attributes(archive.get(), zip_uint64_t(i), 0, &system, &attributes) == 0
+            && system == ZIP_OPSYS_UNIX && ((attributes >> 16) & 0100)) {
+            QFile::setPermissions(target, QFile::permissions(target) | QFile::ExeOwner | QFile::ExeUser
+                                              | QFile::ExeGroup | QFile::ExeOther);
         }
     }
     return true;
