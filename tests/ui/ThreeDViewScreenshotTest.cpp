@@ -151,6 +151,17 @@ TEST_F(ThreeDViewScreenshotTest, TabWithSurfacesProjectorsFrustaAndHeatMap)
     EXPECT_GT(distinctColours(viewShot, centre), 40);
     EXPECT_GT(heatLikePixels(viewShot, centre), 200);
     EXPECT_FALSE(shot.isNull());
+
+    // The rotation gizmo: three axis circles and the view ring.
+    view->setFocus();
+    QTest::keyClick(view, Qt::Key_E);
+    view->selectOnly(0);
+    settle();
+    save(view, QStringLiteral("3dview_rotate_gizmo.png"));
+    GizmoFrame frame;
+    ASSERT_TRUE(view->gizmoFrame(&frame));
+    const QPointF origin = view->gizmoViewport().projectToPixel(frame.origin);
+    EXPECT_EQ(view->gizmoPartAt(origin + QPointF(0, -SceneGizmo::kRingPixels)), GizmoPart::Ring);
 }
 
 TEST_F(ThreeDViewScreenshotTest, ProjectorPropertyPanel)
