@@ -23,11 +23,18 @@ protected:
         QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_settingsDir.path());
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_settingsDir.path());
         QSettings().clear();
+        m_applicationFont = QApplication::font();
     }
 
-    void TearDown() override { QSettings().clear(); }
+    // The window scales the application font; other suites in this program expect it back.
+    void TearDown() override
+    {
+        QSettings().clear();
+        QApplication::setFont(m_applicationFont);
+    }
 
     QTemporaryDir m_settingsDir;
+    QFont m_applicationFont;
 };
 
 // Runs action on the next modal dialog that opens (a message box or dialog the code
