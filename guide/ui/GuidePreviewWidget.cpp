@@ -65,8 +65,11 @@ GuidePreviewWidget::GuidePreviewWidget(QWidget *parent)
 
 GuidePreviewWidget::~GuidePreviewWidget()
 {
-    // A running job owns copies of its inputs only; it may finish on its own.
+    // A running job owns copies of its inputs only, but it draws text: let it finish while
+    // the application and its fonts still exist, which a closing test or window may not
+    // guarantee once this widget is gone.
     m_watcher.disconnect(this);
+    m_watcher.waitForFinished();
 }
 
 quint64 GuidePreviewWidget::requestRender(RenderJob job)
