@@ -1,4 +1,5 @@
 #include "app/MainWindow.h"
+#include "app/ProjectLifecycle.h"
 
 #include "app/GpuSelectionDialog.h"
 #include "app/GuideExportAll.h"
@@ -108,6 +109,7 @@ MainWindow::MainWindow(QWidget *parent)
 
     // The project lifecycle attaches here: it connects the File actions by object
     // name, enables them and sets the project hooks.
+    new ProjectLifecycle(this);
     connectExportAllGuides(this);
 
     setUiScale(m_uiScale, false, false);

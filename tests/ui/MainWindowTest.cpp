@@ -178,8 +178,8 @@ TEST_F(MainWindowTest, MenusAndEntriesInOrder)
     // Shortcuts, and entries whose features are not attached yet are disabled.
     EXPECT_EQ(window->action(QStringLiteral("actionSaveProject"))->shortcut(), QKeySequence(QKeySequence::Save));
     EXPECT_EQ(window->action(QStringLiteral("actionRecordWindow"))->shortcut(), QKeySequence(QStringLiteral("Ctrl+Shift+R")));
-    EXPECT_FALSE(window->action(QStringLiteral("actionOpenProject"))->isEnabled());
-    EXPECT_FALSE(window->action(QStringLiteral("actionRecentProjects"))->isEnabled());
+    EXPECT_TRUE(window->action(QStringLiteral("actionOpenProject"))->isEnabled());
+    EXPECT_TRUE(window->action(QStringLiteral("actionRecentProjects"))->isEnabled());
     EXPECT_FALSE(window->action(QStringLiteral("actionUpdate"))->isEnabled());
     EXPECT_TRUE(window->action(QStringLiteral("actionGpuSelection"))->isEnabled());
     EXPECT_EQ(window->windowTitle(), QStringLiteral("Vantreo Guide Generator"));
