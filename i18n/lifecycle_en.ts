@@ -479,4 +479,83 @@
         <translation type="unfinished"></translation>
     </message>
 </context>
+<context>
+    <name>ZipArchive</name>
+    <message>
+        <location filename="../project/ZipArchive.cpp" line="87"/>
+        <source>ZIP file path is empty.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../project/ZipArchive.cpp" line="92"/>
+        <source>Could not replace ZIP file:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../project/ZipArchive.cpp" line="100"/>
+        <location filename="../project/ZipArchive.cpp" line="105"/>
+        <location filename="../project/ZipArchive.cpp" line="110"/>
+        <source>ZIP compression failed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../project/ZipArchive.cpp" line="114"/>
+        <source>ZIP file was not created:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../project/ZipArchive.cpp" line="149"/>
+        <location filename="../project/ZipArchive.cpp" line="163"/>
+        <source>Package folder does not exist:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../project/ZipArchive.cpp" line="153"/>
+        <source>Package folder is empty.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../project/ZipArchive.cpp" line="181"/>
+        <location filename="../project/ZipArchive.cpp" line="199"/>
+        <source>Project bundle ZIP was not found:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../project/ZipArchive.cpp" line="203"/>
+        <source>Import folder is empty.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../project/ZipArchive.cpp" line="207"/>
+        <location filename="../project/ZipArchive.cpp" line="233"/>
+        <location filename="../project/ZipArchive.cpp" line="243"/>
+        <source>Could not create import folder:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../project/ZipArchive.cpp" line="212"/>
+        <location filename="../project/ZipArchive.cpp" line="248"/>
+        <location filename="../project/ZipArchive.cpp" line="265"/>
+        <source>ZIP extraction failed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../project/ZipArchive.cpp" line="222"/>
+        <source>ZIP extraction failed.
+The entry &quot;%1&quot; would be written outside the import folder.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../project/ZipArchive.cpp" line="239"/>
+        <source>ZIP extraction failed.
+The file already exists:
+%1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location filename="../project/ZipArchive.cpp" line="283"/>
+        <source>ZIP inspection failed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
 </TS>

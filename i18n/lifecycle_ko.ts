@@ -479,4 +479,86 @@
         <translation>실패한 파일:</translation>
     </message>
 </context>
+<context>
+    <name>ZipArchive</name>
+    <message>
+        <location filename="../project/ZipArchive.cpp" line="87"/>
+        <source>ZIP file path is empty.</source>
+        <translation>ZIP 파일 경로가 지정되지 않았습니다.</translation>
+    </message>
+    <message>
+        <location filename="../project/ZipArchive.cpp" line="92"/>
+        <source>Could not replace ZIP file:</source>
+        <translation>ZIP 파일을 교체할 수 없습니다:</translation>
+    </message>
+    <message>
+        <location filename="../project/ZipArchive.cpp" line="100"/>
+        <location filename="../project/ZipArchive.cpp" line="105"/>
+        <location filename="../project/ZipArchive.cpp" line="110"/>
+        <source>ZIP compression failed.</source>
+        <translation>ZIP 압축에 실패했습니다.</translation>
+    </message>
+    <message>
+        <location filename="../project/ZipArchive.cpp" line="114"/>
+        <source>ZIP file was not created:</source>
+        <translation>ZIP 파일이 만들어지지 않았습니다:</translation>
+    </message>
+    <message>
+        <location filename="../project/ZipArchive.cpp" line="149"/>
+        <location filename="../project/ZipArchive.cpp" line="163"/>
+        <source>Package folder does not exist:</source>
+        <translation>패키지 폴더가 없습니다:</translation>
+    </message>
+    <message>
+        <location filename="../project/ZipArchive.cpp" line="153"/>
+        <source>Package folder is empty.</source>
+        <translation>패키지 폴더가 비어 있습니다.</translation>
+    </message>
+    <message>
+        <location filename="../project/ZipArchive.cpp" line="181"/>
+        <location filename="../project/ZipArchive.cpp" line="199"/>
+        <source>Project bundle ZIP was not found:</source>
+        <translation>프로젝트 번들 ZIP을 찾을 수 없습니다:</translation>
+    </message>
+    <message>
+        <location filename="../project/ZipArchive.cpp" line="203"/>
+        <source>Import folder is empty.</source>
+        <translation>가져올 폴더가 지정되지 않았습니다.</translation>
+    </message>
+    <message>
+        <location filename="../project/ZipArchive.cpp" line="207"/>
+        <location filename="../project/ZipArchive.cpp" line="233"/>
+        <location filename="../project/ZipArchive.cpp" line="243"/>
+        <source>Could not create import folder:</source>
+        <translation>가져올 폴더를 만들 수 없습니다:</translation>
+    </message>
+    <message>
+        <location filename="../project/ZipArchive.cpp" line="212"/>
+        <location filename="../project/ZipArchive.cpp" line="248"/>
+        <location filename="../project/ZipArchive.cpp" line="265"/>
+        <source>ZIP extraction failed.</source>
+        <translation>ZIP 압축 해제에 실패했습니다.</translation>
+    </message>
+    <message>
+        <location filename="../project/ZipArchive.cpp" line="222"/>
+        <source>ZIP extraction failed.
+The entry &quot;%1&quot; would be written outside the import folder.</source>
+        <translation>ZIP 압축 해제에 실패했습니다.
+항목 "%1"이(가) 가져올 폴더 밖에 쓰이게 됩니다.</translation>
+    </message>
+    <message>
+        <location filename="../project/ZipArchive.cpp" line="239"/>
+        <source>ZIP extraction failed.
+The file already exists:
+%1</source>
+        <translation>ZIP 압축 해제에 실패했습니다.
+파일이 이미 있습니다:
+%1</translation>
+    </message>
+    <message>
+        <location filename="../project/ZipArchive.cpp" line="283"/>
+        <source>ZIP inspection failed.</source>
+        <translation>ZIP 검사에 실패했습니다.</translation>
+    </message>
+</context>
 </TS>

@@ -1,5 +1,6 @@
 #include "project/ZipArchive.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -20,9 +21,9 @@ void setError(QString *error, const QString &text)
         *error = text;
 }
 
-QString withPath(const char *text, const QString &path)
+QString withPath(const QString &text, const QString &path)
 {
-    return QStringLiteral("%1\n%2").arg(QString::fromUtf8(text), QDir::toNativeSeparators(path));
+    return QStringLiteral("%1\n%2").arg(text, QDir::toNativeSeparators(path));
 }
 
 struct ArchiveCloser {
@@ -83,12 +84,12 @@ bool addTree(zip_t *archive, const QString &root, const QString &prefix)
 bool writeArchive(const QString &zipPath, QString *error, const std::function<bool(zip_t *)> &fill)
 {
     if (zipPath.trimmed().isEmpty()) {
-        setError(error, QStringLiteral("ZIP file path is empty."));
+        setError(error, QCoreApplication::translate("ZipArchive", "ZIP file path is empty."));
         return false;
     }
     const QFileInfo target(zipPath);
     if (target.exists() && (!target.isFile() || !target.isWritable())) {
-        setError(error, withPath("Could not replace ZIP file:", zipPath));
+        setError(error, withPath(QCoreApplication::translate("ZipArchive", "Could not replace ZIP file:"), zipPath));
         return false;
     }
     // Without ZIP_TRUNCATE on an existing archive, libzip would append to it; with it,
@@ -96,21 +97,21 @@ bool writeArchive(const QString &zipPath, QString *error, const std::function<bo
     int code = 0;
     zip_t *archive = zip_open(QFile::encodeName(zipPath).constData(), ZIP_CREATE | ZIP_TRUNCATE, &code);
     if (!archive) {
-        setError(error, QStringLiteral("ZIP compression failed."));
+        setError(error, QCoreApplication::translate("ZipArchive", "ZIP compression failed."));
         return false;
     }
     if (!fill(archive)) {
         zip_discard(archive);
-        setError(error, QStringLiteral("ZIP compression failed."));
+        setError(error, QCoreApplication::translate("ZipArchive", "ZIP compression failed."));
         return false;
     }
     if (zip_close(archive) < 0) {
         zip_discard(archive);
-        setError(error, QStringLiteral("ZIP compression failed."));
+        setError(error, QCoreApplication::translate("ZipArchive", "ZIP compression failed."));
         return false;
     }
     if (!QFileInfo::exists(zipPath)) {
-        setError(error, withPath("ZIP file was not created:", zipPath));
+        setError(error, withPath(QCoreApplication::translate("ZipArchive", "ZIP file was not created:"), zipPath));
         return false;
     }
     return true;
@@ -145,11 +146,11 @@ bool compressFolderContents(const QString &folder, const QString &zipPath, QStri
 {
     const QFileInfo info(folder);
     if (!info.isDir()) {
-        setError(error, withPath("Package folder does not exist:", folder));
+        setError(error, withPath(QCoreApplication::translate("ZipArchive", "Package folder does not exist:"), folder));
         return false;
     }
     if (QDir(folder).isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System)) {
-        setError(error, QStringLiteral("Package folder is empty."));
+        setError(error, QCoreApplication::translate("ZipArchive", "Package folder is empty."));
         return false;
     }
     return writeArchive(zipPath, error, [&](zip_t *archive) { return addTree(archive, folder, QString()); });
@@ -159,7 +160,7 @@ bool compressPath(const QString &path, const QString &zipPath, QString *error)
 {
     const QFileInfo info(path);
     if (!info.exists()) {
-        setError(error, withPath("Package folder does not exist:", path));
+        setError(error, withPath(QCoreApplication::translate("ZipArchive", "Package folder does not exist:"), path));
         return false;
     }
     return writeArchive(zipPath, error, [&](zip_t *archive) {
@@ -177,7 +178,7 @@ QStringList existingFilesFor(const QString &zipPath, const QString &destination,
     QStringList existing;
     ArchivePtr archive = openForReading(zipPath);
     if (!archive) {
-        setError(error, withPath("Project bundle ZIP was not found:", zipPath));
+        setError(error, withPath(QCoreApplication::translate("ZipArchive", "Project bundle ZIP was not found:"), zipPath));
         return existing;
     }
     const QDir dest(destination);
@@ -195,20 +196,20 @@ QStringList existingFilesFor(const QString &zipPath, const QString &destination,
 bool extractArchive(const QString &zipPath, const QString &destination, bool overwrite, QString *error)
 {
     if (!QFileInfo(zipPath).isFile()) {
-        setError(error, withPath("Project bundle ZIP was not found:", zipPath));
+        setError(error, withPath(QCoreApplication::translate("ZipArchive", "Project bundle ZIP was not found:"), zipPath));
         return false;
     }
     if (destination.trimmed().isEmpty()) {
-        setError(error, QStringLiteral("Import folder is empty."));
+        setError(error, QCoreApplication::translate("ZipArchive", "Import folder is empty."));
         return false;
     }
     if (!QDir().mkpath(destination)) {
-        setError(error, withPath("Could not create import folder:", destination));
+        setError(error, withPath(QCoreApplication::translate("ZipArchive", "Could not create import folder:"), destination));
         return false;
     }
     ArchivePtr archive = openForReading(zipPath);
     if (!archive) {
-        setError(error, QStringLiteral("ZIP extraction failed."));
+        setError(error, QCoreApplication::translate("ZipArchive", "ZIP extraction failed."));
         return false;
     }
     const zip_int64_t count = zip_get_num_entries(archive.get(), 0);
@@ -218,7 +219,7 @@ bool extractArchive(const QString &zipPath, const QString &destination, bool ove
         const QString name = raw ? cleanEntryName(raw) : QString();
         // Check every name before writing anything, so a refused archive leaves no trace.
         if (!isSafeEntryName(name)) {
-            setError(error, QStringLiteral("ZIP extraction failed.\nThe entry \"%1\" would be written outside the import folder.").arg(name));
+            setError(error, QCoreApplication::translate("ZipArchive", "ZIP extraction failed.\nThe entry \"%1\" would be written outside the import folder.").arg(name));
             return false;
         }
         names.append(name);
@@ -229,22 +230,22 @@ bool extractArchive(const QString &zipPath, const QString &destination, bool ove
         const QString target = dest.filePath(name);
         if (name.endsWith(QLatin1Char('/'))) {
             if (!QDir().mkpath(target)) {
-                setError(error, withPath("Could not create import folder:", target));
+                setError(error, withPath(QCoreApplication::translate("ZipArchive", "Could not create import folder:"), target));
                 return false;
             }
             continue;
         }
         if (QFileInfo::exists(target) && !overwrite) {
-            setError(error, QStringLiteral("ZIP extraction failed.\nThe file already exists:\n%1").arg(QDir::toNativeSeparators(target)));
+            setError(error, QCoreApplication::translate("ZipArchive", "ZIP extraction failed.\nThe file already exists:\n%1").arg(QDir::toNativeSeparators(target)));
             return false;
         }
         if (!QDir().mkpath(QFileInfo(target).absolutePath())) {
-            setError(error, withPath("Could not create import folder:", QFileInfo(target).absolutePath()));
+            setError(error, withPath(QCoreApplication::translate("ZipArchive", "Could not create import folder:"), QFileInfo(target).absolutePath()));
             return false;
         }
         zip_file_t *entry = zip_fopen_index(archive.get(), zip_uint64_t(i), 0);
         if (!entry) {
-            setError(error, QStringLiteral("ZIP extraction failed."));
+            setError(error, QCoreApplication::translate("ZipArchive", "ZIP extraction failed."));
             return false;
         }
         QSaveFile out(target);
@@ -261,7 +262,7 @@ bool extractArchive(const QString &zipPath, const QString &destination, bool ove
         }
         zip_fclose(entry);
         if (!ok || !out.commit()) {
-            setError(error, QStringLiteral("ZIP extraction failed."));
+            setError(error, QCoreApplication::translate("ZipArchive", "ZIP extraction failed."));
             return false;
         }
         zip_uint8_t system = 0;
@@ -279,7 +280,7 @@ bool listProjectEntries(const QString &zipPath, QStringList *entries, QString *e
 {
     ArchivePtr archive = openForReading(zipPath);
     if (!archive) {
-        setError(error, QStringLiteral("ZIP inspection failed."));
+        setError(error, QCoreApplication::translate("ZipArchive", "ZIP inspection failed."));
         return false;
     }
     QStringList found;
