@@ -23,6 +23,12 @@ protected:
         ASSERT_TRUE(QTest::qWaitForWindowExposed(m_window.get()));
     }
 
+    void TearDown() override
+    {
+        m_window.reset();
+        ShellSettingsFixture::TearDown();
+    }
+
     QString writeScenario(const QByteArray &json)
     {
         const QString path = m_dir.filePath(QStringLiteral("scenario.json"));

@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QSettings>
 #include <QTemporaryDir>
+#include <QThreadPool>
 #include <QTimer>
 #include <gtest/gtest.h>
 
@@ -31,6 +32,10 @@ protected:
     {
         QSettings().clear();
         QApplication::setFont(m_applicationFont);
+        // Guide tabs render in thread pools; no render may outlive the application object.
+        for (QThreadPool *pool : QCoreApplication::instance()->findChildren<QThreadPool *>())
+            pool->waitForDone();
+        QThreadPool::globalInstance()->waitForDone();
     }
 
     QTemporaryDir m_settingsDir;
