@@ -11,6 +11,9 @@
 #include <QIcon>
 #include <QScreen>
 #include <QSettings>
+#include <QThreadPool>
+
+#include <memory>
 
 namespace {
 
@@ -56,37 +59,39 @@ int main(int argc, char **argv)
     }
 
     // 5. The window.
-    MainWindow window;
+    auto window = std::make_unique<MainWindow>();
     if (options.mode != CaptureMode::None) {
-        window.setProperty("skipStartupSample", true);
-        window.setMaximumSize(1920, 1080);
-        window.resize(1480, 920);
-        window.show();
+        window->setProperty("skipStartupSample", true);
+        window->setMaximumSize(1920, 1080);
+        window->resize(1480, 920);
+        window->show();
     } else {
-        QScreen *screen = window.screen() ? window.screen() : QGuiApplication::primaryScreen();
+        QScreen *screen = window->screen() ? window->screen() : QGuiApplication::primaryScreen();
         const QRect available = screen ? screen->availableGeometry() : QRect(0, 0, 1920, 1080);
-        window.setGeometry(startupWindowGeometry(available));
-        window.show();
+        window->setGeometry(startupWindowGeometry(available));
+        window->show();
         if (!options.projectPath.isEmpty())
-            window.openStartupProject(options.projectPath);
+            window->openStartupProject(options.projectPath);
     }
 
     // 6. A capture mode runs once and ends the process; otherwise the event loop.
+    int exitCode = 0;
     QString error;
-    switch (options.mode) {
-    case CaptureMode::None:
-        return app.exec();
-    case CaptureMode::TutorialCapture:
-        if (!window.runTutorialCapture(options.scenarioPath, &error)) {
+    if (options.mode == CaptureMode::None) {
+        exitCode = app.exec();
+    } else {
+        const bool ok = options.mode == CaptureMode::TutorialCapture
+                            ? window->runTutorialCapture(options.scenarioPath, &error)
+                            : window->runCaptureMode(options.mode, options.outputDirectory, &error);
+        if (!ok)
             qWarning().noquote() << error;
-            return 1;
-        }
-        return 0;
-    default:
-        if (!window.runCaptureMode(options.mode, options.outputDirectory, &error)) {
-            qWarning().noquote() << error;
-            return 1;
-        }
-        return 0;
+        exitCode = ok ? 0 : 1;
     }
+
+    // Background renders use fonts and images: let them finish while the application exists.
+    window.reset();
+    for (QThreadPool *pool : app.findChildren<QThreadPool *>())
+        pool->waitForDone();
+    QThreadPool::globalInstance()->waitForDone();
+    return exitCode;
 }
