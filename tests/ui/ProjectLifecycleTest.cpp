@@ -503,3 +503,37 @@ TEST_F(ProjectLifecycleTest, ScreenshotsOfOverlayAndRecentMenu)
 }
 
 } // namespace
+
+namespace {
+
+// The package of the running program carries its Qt libraries and plugins.
+TEST_F(ProjectLifecycleTest, PortablePackageOfTheRunningProgram)
+{
+    auto window = makeWindow();
+    ProjectLifecycle *lifecycle = lifecycleOf(window.get());
+    EXPECT_FALSE(lifecycle->createPortablePackageTo(path(QStringLiteral("empty.zip"))));
+    EXPECT_EQ(m_recorded.warnings.value(0), QStringLiteral("Create Portable Package|No project data to package."));
+
+    window->addGuideTab();
+    ASSERT_TRUE(lifecycle->createPortablePackageTo(path(QStringLiteral("package")))) << m_recorded.warnings.join(';').toStdString();
+    const QString zipPath = path(QStringLiteral("package.zip"));
+    ASSERT_TRUE(QFileInfo(zipPath).isFile());
+    EXPECT_TRUE(window->statusBar()->currentMessage().startsWith(QStringLiteral("Portable package created: ")));
+    EXPECT_TRUE(m_recorded.informations.last().startsWith(QStringLiteral("Create Portable Package|Portable package created:\n")));
+
+    QString error;
+    ASSERT_TRUE(vg::zip::extractArchive(zipPath, path(QStringLiteral("out")), false, &error)) << error.toStdString();
+    const QStringList folders = QDir(path(QStringLiteral("out"))).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    ASSERT_EQ(folders.size(), 1);
+    EXPECT_TRUE(folders[0].startsWith(QStringLiteral("VantreoGuide_")));
+    const QDir root(path(QStringLiteral("out/") + folders[0]));
+    EXPECT_TRUE(root.exists(QFileInfo(QCoreApplication::applicationFilePath()).fileName()));
+    EXPECT_TRUE(root.exists(QStringLiteral("sample.vgs")));
+    EXPECT_FALSE(QDir(root.filePath(QStringLiteral("lib"))).entryList({QStringLiteral("libQt6Widgets.so*")}).isEmpty());
+    EXPECT_TRUE(QFileInfo(root.filePath(QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName() + QStringLiteral(".sh"))).isExecutable());
+    EXPECT_FALSE(QDir(root.filePath(QStringLiteral("platforms"))).entryList({QStringLiteral("*.so")}).isEmpty());
+    // Nothing generated is left beside the ZIP.
+    EXPECT_EQ(QDir(m_tmp.path()).entryList({QStringLiteral("VantreoGuide_*")}, QDir::Dirs), QStringList());
+}
+
+} // namespace
