@@ -1,6 +1,6 @@
 #include "project/CanvasJson.h"
 
-#include "common/JsonValueReaders.h"
+#include "project/JsonFieldVisitors.h"
 
 #include <QJsonArray>
 
@@ -11,23 +11,8 @@ namespace {
 
 using namespace vg::json;
 
-struct Writer {
-    QJsonObject &o;
-    void operator()(const char *key, const int &v) { o.insert(QLatin1String(key), v); }
-    void operator()(const char *key, const bool &v) { o.insert(QLatin1String(key), v); }
-    void operator()(const char *key, const double &v) { o.insert(QLatin1String(key), std::isfinite(v) ? v : 0.0); }
-    void operator()(const char *key, const QString &v) { o.insert(QLatin1String(key), v); }
-    void operator()(const char *key, const QColor &v) { o.insert(QLatin1String(key), colorName(v)); }
-};
-
-struct Reader {
-    const QJsonObject &o;
-    void operator()(const char *key, int &v) { v = readInt(o, QLatin1String(key), v); }
-    void operator()(const char *key, bool &v) { v = readBool(o, QLatin1String(key), v); }
-    void operator()(const char *key, double &v) { v = readDouble(o, QLatin1String(key), v); }
-    void operator()(const char *key, QString &v) { v = readString(o, QLatin1String(key), v); }
-    void operator()(const char *key, QColor &v) { v = readColor(o, QLatin1String(key), v); }
-};
+using Writer = FieldWriter;
+using Reader = FieldReader;
 
 template <typename Object, typename Visit>
 void visitCommonKeys(Object &o, Visit &&v)

@@ -1,63 +1,18 @@
 #include "project/SceneJson.h"
 
-#include "common/JsonValueReaders.h"
+#include "project/JsonFieldVisitors.h"
 
 #include <QJsonArray>
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
-#include <limits>
 
 namespace {
 
 using namespace vg::json;
 
-// Scene records keep floats; writing the shortest text that reads back as the same
-// float keeps files readable ("0.65", not "0.6499999761581421").
-QJsonValue floatValue(float value)
-{
-    if (!std::isfinite(value))
-        return 0.0;
-    char buffer[32];
-    const auto result = std::to_chars(buffer, buffer + sizeof(buffer), value);
-    return QByteArray(buffer, int(result.ptr - buffer)).toDouble();
-}
-
-float readFloat(const QJsonObject &o, const QString &key, float fallback)
-{
-    const double d = readDouble(o, key, fallback);
-    constexpr double largest = double(std::numeric_limits<float>::max());
-    // Up to half a float step above the largest float still rounds to it; the shortest
-    // text written for that float ("3.4028235e+38") lies in that band.
-    constexpr double halfStep = 0x1p103;
-    if (!std::isfinite(d) || std::fabs(d) >= largest + halfStep)
-        return fallback;
-    if (std::fabs(d) > largest)
-        return d > 0 ? float(largest) : -float(largest);
-    return float(d);
-}
-
-// One visitor serves writing and reading, so the two can never disagree on a key.
-struct Writer {
-    QJsonObject &o;
-    void operator()(const char *key, const int &v) { o.insert(QLatin1String(key), v); }
-    void operator()(const char *key, const bool &v) { o.insert(QLatin1String(key), v); }
-    void operator()(const char *key, const float &v) { o.insert(QLatin1String(key), floatValue(v)); }
-    void operator()(const char *key, const double &v) { o.insert(QLatin1String(key), std::isfinite(v) ? v : 0.0); }
-    void operator()(const char *key, const QString &v) { o.insert(QLatin1String(key), v); }
-    void operator()(const char *key, const QColor &v) { o.insert(QLatin1String(key), colorName(v)); }
-};
-
-struct Reader {
-    const QJsonObject &o;
-    void operator()(const char *key, int &v) { v = readInt(o, QLatin1String(key), v); }
-    void operator()(const char *key, bool &v) { v = readBool(o, QLatin1String(key), v); }
-    void operator()(const char *key, float &v) { v = readFloat(o, QLatin1String(key), v); }
-    void operator()(const char *key, double &v) { v = readDouble(o, QLatin1String(key), v); }
-    void operator()(const char *key, QString &v) { v = readString(o, QLatin1String(key), v); }
-    void operator()(const char *key, QColor &v) { v = readColor(o, QLatin1String(key), v); }
-};
+using Writer = FieldWriter;
+using Reader = FieldReader;
 
 template <typename Object, typename Visit>
 void visitGuideObjectBeforeLens(Object &o, Visit &&v)

@@ -1,3 +1,5 @@
+#include "cli/CliTestSupport.h"
+
 #include "calibration/SyntheticCalibrationScene.h"
 
 #include "project/ProjectFile.h"
@@ -15,32 +17,7 @@
 
 namespace {
 
-struct CliRun {
-    int exitCode = -1;
-    QString out;
-    QString err;
-};
 
-CliRun runCli(const QStringList &args)
-{
-    QProcess process;
-    process.setProgram(QStringLiteral(VG_BIN_DIR "/vantreoguide-cli"));
-    process.setArguments(args);
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-    process.setProcessEnvironment(env);
-    process.start();
-    process.waitForFinished(60000);
-    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-            QString::fromUtf8(process.readAllStandardError())};
-}
-
-void writeText(const QString &path, const QString &text)
-{
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    file.write(text.toUtf8());
-}
 
 QString csvOf(const QVector<GuideMatchedPoint> &points)
 {
@@ -87,7 +64,7 @@ protected:
         QString error;
         ASSERT_TRUE(saveProjectDocument(m_project, doc, &error)) << error.toStdString();
         m_points = m_dir.filePath(QStringLiteral("points.csv"));
-        writeText(m_points, csvOf(m_scene.points));
+        writeFileBytes(m_points, (csvOf(m_scene.points)).toUtf8());
     }
 
     QTemporaryDir m_dir;
@@ -189,7 +166,7 @@ TEST_F(CalibrateCommand, FailuresAndUsageErrors)
 {
     // Five points: the solver's own message, exit 1.
     const QString five = m_dir.filePath(QStringLiteral("five.csv"));
-    writeText(five, csvOf(m_scene.points.mid(0, 5)));
+    writeFileBytes(five, (csvOf(m_scene.points.mid(0, 5))).toUtf8());
     CliRun run = runCli({QStringLiteral("calibrate"), m_project, QStringLiteral("--view"), QStringLiteral("1"),
                          QStringLiteral("--projector"), QStringLiteral("1"), QStringLiteral("--points"), five});
     EXPECT_EQ(run.exitCode, 1);
@@ -208,21 +185,21 @@ TEST_F(CalibrateCommand, FailuresAndUsageErrors)
 
     // A malformed line is named by its number; blank lines count as lines.
     const QString bad = m_dir.filePath(QStringLiteral("bad.csv"));
-    writeText(bad, QStringLiteral("x,y,z,u,v\n1,2,3,4,5\n\n1,2,3,4\n"));
+    writeFileBytes(bad, (QStringLiteral("x,y,z,u,v\n1,2,3,4,5\n\n1,2,3,4\n")).toUtf8());
     run = runCli({QStringLiteral("calibrate"), m_project, QStringLiteral("--view"), QStringLiteral("1"),
                   QStringLiteral("--projector"), QStringLiteral("1"), QStringLiteral("--points"), bad});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_TRUE(run.err.contains(QStringLiteral("line 4"))) << run.err.toStdString();
 
     // A first line of numbers in the wrong count is no header.
-    writeText(bad, QStringLiteral("1,2,3,4\n1,2,3,4,5\n"));
+    writeFileBytes(bad, (QStringLiteral("1,2,3,4\n1,2,3,4,5\n")).toUtf8());
     run = runCli({QStringLiteral("calibrate"), m_project, QStringLiteral("--view"), QStringLiteral("1"),
                   QStringLiteral("--projector"), QStringLiteral("1"), QStringLiteral("--points"), bad});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_TRUE(run.err.contains(QStringLiteral("line 1"))) << run.err.toStdString();
 
     // A second header-like line is an error too.
-    writeText(bad, QStringLiteral("x,y,z,u,v\nx,y,z,u,v\n"));
+    writeFileBytes(bad, (QStringLiteral("x,y,z,u,v\nx,y,z,u,v\n")).toUtf8());
     run = runCli({QStringLiteral("calibrate"), m_project, QStringLiteral("--view"), QStringLiteral("1"),
                   QStringLiteral("--projector"), QStringLiteral("1"), QStringLiteral("--points"), bad});
     EXPECT_EQ(run.exitCode, 1);

@@ -1,3 +1,5 @@
+#include "cli/CliTestSupport.h"
+
 #include "common/SettingsContainer.h"
 #include "guide/GuideSettings.h"
 
@@ -13,36 +15,11 @@
 
 namespace {
 
-struct GuideCliRun {
-    int exitCode = -1;
-    QString out;
-    QString err;
-};
 
-GuideCliRun runGuideCli(const QStringList &args)
-{
-    QProcess process;
-    process.setProgram(QStringLiteral(VG_BIN_DIR "/vantreoguide-cli"));
-    process.setArguments(args);
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-    process.setProcessEnvironment(env);
-    process.start();
-    process.waitForFinished(120000);
-    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-            QString::fromUtf8(process.readAllStandardError())};
-}
-
-void writeBytes(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-}
 
 QJsonObject guideInfo(const QStringList &args)
 {
-    const GuideCliRun run = runGuideCli(QStringList{QStringLiteral("guide-info")} + args);
+    const CliRun run = runCli(QStringList{QStringLiteral("guide-info")} + args);
     EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
     return QJsonDocument::fromJson(run.out.toUtf8()).object();
 }
@@ -54,11 +31,11 @@ TEST(GuideCli, BareGuideRendersWithTheLoadStepApplied)
     QTemporaryDir dir;
     const QString guide = dir.filePath(QStringLiteral("guide.json"));
     // 1083 px high becomes 1080; with fixed ratio the width follows 3500 x 1200 mm.
-    writeBytes(guide, R"({"real_width": 3500, "real_height": 1200, "pixel_height": 1083, "pixel_width": 10,
+    writeFileBytes(guide, R"({"real_width": 3500, "real_height": 1200, "pixel_height": 1083, "pixel_width": 10,
                           "projector_count": 2, "projector_auto_placement": true, "projector_throw_distance": 7,
                           "rotate": true})");
     const QString png = dir.filePath(QStringLiteral("out.png"));
-    const GuideCliRun run = runGuideCli({QStringLiteral("render-guide"), guide, QStringLiteral("-o"), png});
+    const CliRun run = runCli({QStringLiteral("render-guide"), guide, QStringLiteral("-o"), png});
     ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
     const QImage image(png);
     ASSERT_FALSE(image.isNull());
@@ -98,7 +75,7 @@ TEST(GuideCli, ProjectGuidesAreChosenByNumberOrActive)
     root.insert(QStringLiteral("active_guide"), 1);
     root.insert(QStringLiteral("guides"), QJsonArray{guideSettingsToJson(first), guideSettingsToJson(second)});
     const QString project = dir.filePath(QStringLiteral("p.vgs"));
-    writeBytes(project, vg::encodeSettingsContainer(QJsonDocument(root).toJson()));
+    writeFileBytes(project, vg::encodeSettingsContainer(QJsonDocument(root).toJson()));
 
     EXPECT_TRUE(guideInfo({project}).value(QStringLiteral("square")).toBool()); // the active guide: 16 x 10 squares
     EXPECT_EQ(guideInfo({project}).value(QStringLiteral("columns")).toInt(), 16);
@@ -106,12 +83,12 @@ TEST(GuideCli, ProjectGuidesAreChosenByNumberOrActive)
               32); // auto columns: 20 rows on 16:10
 
     const QString png = dir.filePath(QStringLiteral("g0.png"));
-    GuideCliRun run = runGuideCli({QStringLiteral("render-guide"), project, QStringLiteral("--guide"),
+    CliRun run = runCli({QStringLiteral("render-guide"), project, QStringLiteral("--guide"),
                                    QStringLiteral("0"), QStringLiteral("-o"), png});
     ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
     EXPECT_EQ(QImage(png).size(), QSize(800, 500));
 
-    run = runGuideCli({QStringLiteral("render-guide"), project, QStringLiteral("--guide"), QStringLiteral("2"),
+    run = runCli({QStringLiteral("render-guide"), project, QStringLiteral("--guide"), QStringLiteral("2"),
                        QStringLiteral("-o"), png});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_TRUE(run.err.contains(QStringLiteral("Guide 2 does not exist"))) << run.err.toStdString();
@@ -121,21 +98,21 @@ TEST(GuideCli, BadInputsAndUsage)
 {
     QTemporaryDir dir;
     const QString png = dir.filePath(QStringLiteral("x.png"));
-    GuideCliRun run = runGuideCli({QStringLiteral("render-guide"), dir.filePath(QStringLiteral("none.json")),
+    CliRun run = runCli({QStringLiteral("render-guide"), dir.filePath(QStringLiteral("none.json")),
                                    QStringLiteral("-o"), png});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_TRUE(run.err.contains(QStringLiteral("Load failed: "))) << run.err.toStdString();
 
     const QString broken = dir.filePath(QStringLiteral("broken.json"));
-    writeBytes(broken, "{\"pixel_width\": ");
-    run = runGuideCli({QStringLiteral("guide-info"), broken});
+    writeFileBytes(broken, "{\"pixel_width\": ");
+    run = runCli({QStringLiteral("guide-info"), broken});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_TRUE(run.err.contains(QStringLiteral("JSON parse failed"))) << run.err.toStdString();
 
-    EXPECT_EQ(runGuideCli({QStringLiteral("render-guide"), broken}).exitCode, 2); // no -o
-    EXPECT_EQ(runGuideCli({QStringLiteral("guide-info")}).exitCode, 2);
-    EXPECT_EQ(runGuideCli({QStringLiteral("guide-info"), broken, QStringLiteral("--guide"), QStringLiteral("x")}).exitCode, 2);
-    EXPECT_EQ(runGuideCli({QStringLiteral("guide-info"), broken, QStringLiteral("--guide"), QStringLiteral("-1")}).exitCode, 2);
+    EXPECT_EQ(runCli({QStringLiteral("render-guide"), broken}).exitCode, 2); // no -o
+    EXPECT_EQ(runCli({QStringLiteral("guide-info")}).exitCode, 2);
+    EXPECT_EQ(runCli({QStringLiteral("guide-info"), broken, QStringLiteral("--guide"), QStringLiteral("x")}).exitCode, 2);
+    EXPECT_EQ(runCli({QStringLiteral("guide-info"), broken, QStringLiteral("--guide"), QStringLiteral("-1")}).exitCode, 2);
     EXPECT_FALSE(QFile::exists(png));
 }
 
@@ -146,7 +123,7 @@ TEST(GuideCli, SampleProjectRenders)
         GTEST_SKIP() << "no sample project";
     QTemporaryDir dir;
     const QString png = dir.filePath(QStringLiteral("sample.png"));
-    const GuideCliRun run = runGuideCli({QStringLiteral("render-guide"), sample, QStringLiteral("-o"), png});
+    const CliRun run = runCli({QStringLiteral("render-guide"), sample, QStringLiteral("-o"), png});
     ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
     const QJsonObject info = guideInfo({sample});
     EXPECT_EQ(QImage(png).size(), QSize(info.value(QStringLiteral("image_width")).toInt(),

@@ -1,3 +1,5 @@
+#include "cli/CliTestSupport.h"
+
 #include "project/ProjectFile.h"
 #include "scene/SceneModel.h"
 
@@ -12,19 +14,6 @@
 
 namespace {
 
-struct CliRun {
-    int exitCode = -1;
-    QByteArray out;
-    QByteArray err;
-};
-
-CliRun runCli(const QStringList &args)
-{
-    QProcess process;
-    process.start(QStringLiteral(VG_BIN_DIR "/vantreoguide-cli"), args);
-    process.waitForFinished(60000);
-    return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
-}
 
 // A projector at the origin looking down -Z without lens shift, a 4 m wall 2 m in front of
 // it, and a second wall facing it at an angle further off to the side.
@@ -64,7 +53,7 @@ TEST(LensCommand, OnePointOnTheAxis)
                                QStringLiteral("--object"), QStringLiteral("0"), QStringLiteral("--point"),
                                QStringLiteral("0,0,-2")});
     ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
-    const QJsonObject root = QJsonDocument::fromJson(run.out).object();
+    const QJsonObject root = QJsonDocument::fromJson(run.out.toUtf8()).object();
     const QJsonArray lensPoint = root.value(QStringLiteral("lens_point")).toArray();
     ASSERT_EQ(lensPoint.size(), 3);
     EXPECT_DOUBLE_EQ(lensPoint.at(2).toDouble(), 0.0);
@@ -93,7 +82,7 @@ TEST(LensCommand, PointsFromCsv)
     const CliRun run = runCli({QStringLiteral("lens"), project, QStringLiteral("--view"), QStringLiteral("0"),
                                QStringLiteral("--object"), QStringLiteral("0"), QStringLiteral("--points"), csv});
     ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
-    const QJsonArray points = QJsonDocument::fromJson(run.out).object().value(QStringLiteral("points")).toArray();
+    const QJsonArray points = QJsonDocument::fromJson(run.out.toUtf8()).object().value(QStringLiteral("points")).toArray();
     ASSERT_EQ(points.size(), 4);
     const QJsonObject corner = points.at(0).toObject();
     EXPECT_NEAR(corner.value(QStringLiteral("u")).toDouble(), 0.0, 1e-9);

@@ -1,3 +1,5 @@
+#include "cli/CliTestSupport.h"
+
 #include "project/ProjectFile.h"
 
 #include <gtest/gtest.h>
@@ -11,40 +13,8 @@
 
 namespace {
 
-struct CliRun {
-    int exitCode = -1;
-    QByteArray out;
-    QString err;
-};
 
-CliRun runCli(const QStringList &args)
-{
-    QProcess process;
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-    process.setProcessEnvironment(env);
-    process.start(QStringLiteral(VG_BIN_DIR "/vantreoguide-cli"), args);
-    CliRun run;
-    if (!process.waitForFinished(60000))
-        return run;
-    run.exitCode = process.exitCode();
-    run.out = process.readAllStandardOutput();
-    run.err = QString::fromUtf8(process.readAllStandardError());
-    return run;
-}
 
-QByteArray readAll(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void writeAll(const QString &path, const QByteArray &data)
-{
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(data);
-}
 
 const QString kSample = QStringLiteral(VG_SOURCE_DIR "/samples/sample.vgs");
 
@@ -62,25 +32,25 @@ TEST(ProjectCli, ConvertBetweenContainerAndJson)
     QString error;
     ASSERT_TRUE(loadProjectDocument(kSample, &doc, &error)) << error.toStdString();
     // Bare JSON is the writer's own indented text.
-    EXPECT_EQ(readAll(json), projectDocumentToJson(doc));
+    EXPECT_EQ(readFileBytes(json), projectDocumentToJson(doc));
 
     r = runCli({QStringLiteral("convert"), json, vgs});
     ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
-    EXPECT_TRUE(readAll(vgs).startsWith("\x89VTGUIDE"));
+    EXPECT_TRUE(readFileBytes(vgs).startsWith("\x89VTGUIDE"));
     ProjectDocument back;
     ASSERT_TRUE(loadProjectDocument(vgs, &back, &error));
     EXPECT_EQ(back, doc);
 
     r = runCli({QStringLiteral("convert"), vgs, json2});
     ASSERT_EQ(r.exitCode, 0);
-    EXPECT_EQ(readAll(json2), readAll(json));
+    EXPECT_EQ(readFileBytes(json2), readFileBytes(json));
 }
 
 TEST(ProjectCli, ConvertFailuresPrintTheLoaderText)
 {
     QTemporaryDir dir;
     const QString truncated = dir.filePath(QStringLiteral("t.vgs"));
-    writeAll(truncated, QByteArray("\x89VTGUIDE\r\n\x1a\n\x01", 13));
+    writeFileBytes(truncated, QByteArray("\x89VTGUIDE\r\n\x1a\n\x01", 13));
     const QString out = dir.filePath(QStringLiteral("out.vgs"));
     CliRun r = runCli({QStringLiteral("convert"), truncated, out});
     EXPECT_EQ(r.exitCode, 1);
@@ -88,7 +58,7 @@ TEST(ProjectCli, ConvertFailuresPrintTheLoaderText)
     EXPECT_FALSE(QFile::exists(out));
 
     const QString empty = dir.filePath(QStringLiteral("e.json"));
-    writeAll(empty, "{\"format\": \"VantreoGuide\"}");
+    writeFileBytes(empty, "{\"format\": \"VantreoGuide\"}");
     r = runCli({QStringLiteral("convert"), empty, out});
     EXPECT_EQ(r.exitCode, 1);
     EXPECT_TRUE(r.err.contains(QStringLiteral("JSON contains no guide, canvas, or 3D view tabs.")));
@@ -105,7 +75,7 @@ TEST(ProjectCli, InfoSummarisesTheSample)
 {
     const CliRun r = runCli({QStringLiteral("info"), kSample});
     ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
-    const QJsonObject info = QJsonDocument::fromJson(r.out).object();
+    const QJsonObject info = QJsonDocument::fromJson(r.out.toUtf8()).object();
     EXPECT_EQ(info.value(QStringLiteral("guide_count")).toInt(), 2);
     EXPECT_EQ(info.value(QStringLiteral("active_guide")).toInt(), 0);
     const QJsonArray guides = info.value(QStringLiteral("guides")).toArray();
@@ -130,7 +100,7 @@ TEST(ProjectCli, InfoOfABadFileFails)
 {
     QTemporaryDir dir;
     const QString bad = dir.filePath(QStringLiteral("bad.vgs"));
-    writeAll(bad, "[1, 2, 3]");
+    writeFileBytes(bad, "[1, 2, 3]");
     const CliRun r = runCli({QStringLiteral("info"), bad});
     EXPECT_EQ(r.exitCode, 1);
     EXPECT_TRUE(r.err.contains(QStringLiteral("JSON root must be an object.")));

@@ -1,3 +1,5 @@
+#include "cli/CliTestSupport.h"
+
 #include "guide/GuideRenderer.h"
 #include "project/ProjectFile.h"
 
@@ -11,28 +13,11 @@
 
 namespace {
 
-struct RenderViewRun {
-    int exitCode = -1;
-    QString out;
-    QString err;
-};
-
-RenderViewRun runCli(const QStringList &args, bool withoutDisplay = false)
+// Every call here is a render-view run.
+CliRun renderView(const QStringList &args, bool withoutDisplay = false)
 {
-    QProcess process;
-    process.setProgram(QStringLiteral(VG_BIN_DIR "/vantreoguide-cli"));
-    process.setArguments(QStringList{QStringLiteral("render-view")} + args);
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    if (withoutDisplay) {
-        env.remove(QStringLiteral("DISPLAY"));
-        env.remove(QStringLiteral("WAYLAND_DISPLAY"));
-        env.remove(QStringLiteral("QT_QPA_PLATFORM"));
-    }
-    process.setProcessEnvironment(env);
-    process.start();
-    process.waitForFinished(180000);
-    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-            QString::fromUtf8(process.readAllStandardError())};
+    return runCli(QStringList{QStringLiteral("render-view")} + args,
+                  withoutDisplay ? CliDisplay::None : CliDisplay::Inherit);
 }
 
 // A wall 3 m in front of a projector that shows guide 0 through a guide object.
@@ -76,7 +61,7 @@ TEST(RenderViewCommand, ThroughTheProjectorTheWallShowsTheGuide)
     QTemporaryDir dir;
     const QString project = writeProject(dir);
     const QString png = dir.filePath(QStringLiteral("through.png"));
-    const RenderViewRun run = runCli({project, QStringLiteral("--camera"), QStringLiteral("object:1"),
+    const CliRun run = renderView({project, QStringLiteral("--camera"), QStringLiteral("object:1"),
                                       QStringLiteral("--size"), QStringLiteral("960x600"), QStringLiteral("-o"), png});
     ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
     const QImage image(png);
@@ -104,11 +89,11 @@ TEST(RenderViewCommand, HeatmapFrustumAndNoDisplay)
     const QString plain = dir.filePath(QStringLiteral("plain.png"));
     const QString heat = dir.filePath(QStringLiteral("heat.png"));
     // Without any display the command brings up its own GL display.
-    RenderViewRun run = runCli({project, QStringLiteral("--camera"), QStringLiteral("front"), QStringLiteral("--size"),
+    CliRun run = renderView({project, QStringLiteral("--camera"), QStringLiteral("front"), QStringLiteral("--size"),
                                 QStringLiteral("320x200"), QStringLiteral("-o"), plain},
                                true);
     ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
-    run = runCli({project, QStringLiteral("--camera"), QStringLiteral("front"), QStringLiteral("--size"),
+    run = renderView({project, QStringLiteral("--camera"), QStringLiteral("front"), QStringLiteral("--size"),
                   QStringLiteral("320x200"), QStringLiteral("--heatmap"), QStringLiteral("--frustum"),
                   QStringLiteral("-o"), heat});
     ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
@@ -128,14 +113,14 @@ TEST(RenderViewCommand, UsageAndFailures)
     QTemporaryDir dir;
     const QString project = writeProject(dir);
     const QString png = dir.filePath(QStringLiteral("x.png"));
-    EXPECT_EQ(runCli({project}).exitCode, 2); // no -o
-    EXPECT_EQ(runCli({project, QStringLiteral("--camera"), QStringLiteral("top"), QStringLiteral("-o"), png}).exitCode, 2);
-    EXPECT_EQ(runCli({project, QStringLiteral("--size"), QStringLiteral("0x10"), QStringLiteral("-o"), png}).exitCode, 2);
-    const RenderViewRun notLens =
-        runCli({project, QStringLiteral("--camera"), QStringLiteral("object:0"), QStringLiteral("-o"), png});
+    EXPECT_EQ(renderView({project}).exitCode, 2); // no -o
+    EXPECT_EQ(renderView({project, QStringLiteral("--camera"), QStringLiteral("top"), QStringLiteral("-o"), png}).exitCode, 2);
+    EXPECT_EQ(renderView({project, QStringLiteral("--size"), QStringLiteral("0x10"), QStringLiteral("-o"), png}).exitCode, 2);
+    const CliRun notLens =
+        renderView({project, QStringLiteral("--camera"), QStringLiteral("object:0"), QStringLiteral("-o"), png});
     EXPECT_EQ(notLens.exitCode, 1);
     EXPECT_TRUE(notLens.err.contains(QStringLiteral("not a projector or camera"))) << notLens.err.toStdString();
-    EXPECT_EQ(runCli({project, QStringLiteral("--view"), QStringLiteral("3"), QStringLiteral("-o"), png}).exitCode, 1);
-    EXPECT_EQ(runCli({dir.filePath(QStringLiteral("missing.vgs")), QStringLiteral("-o"), png}).exitCode, 1);
+    EXPECT_EQ(renderView({project, QStringLiteral("--view"), QStringLiteral("3"), QStringLiteral("-o"), png}).exitCode, 1);
+    EXPECT_EQ(renderView({dir.filePath(QStringLiteral("missing.vgs")), QStringLiteral("-o"), png}).exitCode, 1);
     EXPECT_FALSE(QFile::exists(png));
 }
