@@ -221,12 +221,8 @@ bool SceneWidget::canRedo() const { return m_model.canRedo(); }
 
 int SceneWidget::appendObjects(const QVector<GuideObject> &incoming)
 {
-    QList<int> added;
-    for (const GuideObject &object : incoming)
-        added.append(m_model.addObject(object, true));
-    if (!added.isEmpty())
-        m_model.setSelection(added, added.last());
-    return int(added.size());
+    // One undo step for the whole paste; the pasted objects become the selection.
+    return int(m_model.addObjects(incoming, true).size());
 }
 
 // ---------------------------------------------------------------------------------------------

@@ -371,10 +371,11 @@ TEST_F(SceneWidgetTest, CopyAndPasteGoThroughTheSystemClipboard)
     EXPECT_EQ(other.sceneWidget()->objects().at(1).name, QStringLiteral("Plane Copy"));
     EXPECT_EQ(other.sceneWidget()->statusText(), QStringLiteral("Pasted 2 3D objects."));
 
-    // The paste is undoable.
-    QTest::keyClick(other.sceneWidget(), Qt::Key_Z, Qt::ControlModifier);
+    // The whole paste is one undo step.
     QTest::keyClick(other.sceneWidget(), Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(other.sceneWidget()->objectCount(), 0);
+    QTest::keyClick(other.sceneWidget(), Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(other.sceneWidget()->objectCount(), 2);
 }
 
 TEST_F(SceneWidgetTest, PasteReadsWhatAnotherInstanceWrote)
