@@ -5,6 +5,7 @@
 #include "scene/SceneRaycast.h"
 #include "scene/ShapeGeometry.h"
 #include "scene/Transform.h"
+#include "scene/gl/SceneFramePacer.h"
 #include "scene/gl/OffscreenGlContext.h"
 #include "scene/gl/SceneRenderer.h"
 #include "scene/ui/SceneClipboard.h"
@@ -106,6 +107,9 @@ SceneWidget::SceneWidget(QWidget *parent)
     m_overlay = new SceneOverlay(this);
     m_overlay->resize(size());
     m_overlay->show();
+    // Bursts of edits and camera moves queue one frame, drawn when the event loop is free.
+    m_framePacer = new SceneFramePacer(this);
+    connect(m_framePacer, &SceneFramePacer::frameDue, this, [this] { update(); });
 }
 
 SceneWidget::~SceneWidget()
@@ -133,7 +137,7 @@ int SceneWidget::objectCount() const
 
 void SceneWidget::requestRepaint()
 {
-    update();
+    m_framePacer->requestFrame();
     if (m_overlay)
         m_overlay->update();
 }
@@ -1150,7 +1154,29 @@ void SceneWidget::resizeGL(int, int)
         m_overlay->resize(size());
 }
 
+void SceneWidget::showEvent(QShowEvent *event)
+{
+    QOpenGLWidget::showEvent(event);
+    m_framePacer->setHidden(false);
+    m_framePacer->requestFrame();
+}
+
+void SceneWidget::hideEvent(QHideEvent *event)
+{
+    m_framePacer->setHidden(true);
+    QOpenGLWidget::hideEvent(event);
+}
+
 void SceneWidget::paintGL()
+{
+    // The toolkit also paints on its own (expose, resize); each frame clears the pending mark.
+    m_framePacer->beginFrame();
+    renderFrame();
+    m_framePacer->afterPresent();
+    m_framePacer->endFrame();
+}
+
+void SceneWidget::renderFrame()
 {
     if (!m_renderer) {
         QOpenGLFunctions *f = context()->functions();
@@ -1173,6 +1199,7 @@ void SceneWidget::paintGL()
     const qreal dpr = devicePixelRatioF();
     m_renderer->render(objects(), m_camera, settings, defaultFramebufferObject(),
                        QSize(int(width() * dpr), int(height() * dpr)));
+    m_framePacer->afterUpdate();
     resetGlStateForPainter();
 }
 

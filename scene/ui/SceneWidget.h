@@ -19,6 +19,7 @@
 
 class SceneRenderer;
 class SceneOverlay;
+class SceneFramePacer;
 class QElapsedTimer;
 
 // The 3D view: hosts the renderer, navigates the camera, picks objects and gizmo parts,
@@ -155,8 +156,11 @@ protected:
     void leaveEvent(QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
 
 private:
+    void renderFrame();
     enum class DragKind { None, PendingClick, Orbit, Pan, Dolly, Gizmo };
 
     void requestRepaint();
@@ -184,6 +188,7 @@ private:
     QString m_rendererError;
     bool m_glReady = false;
     SceneOverlay *m_overlay = nullptr;
+    SceneFramePacer *m_framePacer = nullptr;
 
     // View switches.
     bool m_showObjects = true;
