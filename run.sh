@@ -3,6 +3,10 @@
 # Without a display it says so and writes what it can from the sample project into ./out/.
 set -euo pipefail
 cd "$(dirname "$0")"
+# Qt wants a private runtime folder; a bare server or container often has none.
+if [ -z "${XDG_RUNTIME_DIR:-}" ]; then
+    export XDG_RUNTIME_DIR=$(mktemp -d)
+fi
 scripts/build.sh
 bin=build/bin
 if [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ]; then

@@ -2,6 +2,10 @@
 # Installs what is missing, builds, and runs every test. Exits non-zero on any failure.
 set -euo pipefail
 cd "$(dirname "$0")"
+# Qt wants a private runtime folder; a bare server or container often has none.
+if [ -z "${XDG_RUNTIME_DIR:-}" ]; then
+    export XDG_RUNTIME_DIR=$(mktemp -d)
+fi
 scripts/build.sh
 export QT_QPA_PLATFORM=${QT_QPA_PLATFORM:-xcb}
 ctest_args=(--test-dir build --output-on-failure -j 2 --timeout 600)
