@@ -608,30 +608,27 @@ void SceneModel::restore(const Snapshot &s)
 
 bool SceneModel::undo()
 {
-    const Snapshot current = snapshot();
-    while (!m_undo.isEmpty() && m_undo.last() == current)
-        m_undo.removeLast();
-    if (m_undo.isEmpty())
-        return false;
-    const Snapshot target = m_undo.takeLast();
-    m_redo.append(current);
-    while (m_redo.size() > kMaxUndoSnapshots)
-        m_redo.removeFirst();
-    restore(target);
-    return true;
+    return stepHistory(m_undo, m_redo);
 }
 
 bool SceneModel::redo()
 {
+    return stepHistory(m_redo, m_undo);
+}
+
+// Undo and redo are the same move between the two stacks: snapshots equal to the scene
+// as it is would be a step that changes nothing, so they are skipped.
+bool SceneModel::stepHistory(QVector<Snapshot> &from, QVector<Snapshot> &to)
+{
     const Snapshot current = snapshot();
-    while (!m_redo.isEmpty() && m_redo.last() == current)
-        m_redo.removeLast();
-    if (m_redo.isEmpty())
+    while (!from.isEmpty() && from.last() == current)
+        from.removeLast();
+    if (from.isEmpty())
         return false;
-    const Snapshot target = m_redo.takeLast();
-    m_undo.append(current);
-    while (m_undo.size() > kMaxUndoSnapshots)
-        m_undo.removeFirst();
+    const Snapshot target = from.takeLast();
+    to.append(current);
+    while (to.size() > kMaxUndoSnapshots)
+        to.removeFirst();
     restore(target);
     return true;
 }

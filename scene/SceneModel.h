@@ -128,6 +128,7 @@ public:
 private:
     int appendCreated(GuideObject object);
     void restore(const Snapshot &snapshot);
+    bool stepHistory(QVector<Snapshot> &from, QVector<Snapshot> &to);
     QStringList names() const;
 
     QVector<GuideObject> m_objects;
