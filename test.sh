@@ -11,6 +11,6 @@ export QT_QPA_PLATFORM=${QT_QPA_PLATFORM:-xcb}
 ctest_args=(--test-dir build --output-on-failure -j 2 --timeout 600)
 if [ -z "${DISPLAY:-}" ]; then
     # Window and OpenGL tests need a display: Mesa's software renderer under Xvfb.
-    exec xvfb-run -a -s "-screen 0 1920x1080x24 +extension GLX +render" ctest "${ctest_args[@]}"
+    exec xvfb-run -a -s "-screen 0 1920x1080x24 +extension GLX +render -noreset" ctest "${ctest_args[@]}"
 fi
 exec ctest "${ctest_args[@]}"

@@ -7,10 +7,11 @@ packages=(
     qt6-base-dev qt6-base-dev-tools qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
     libqt6opengl6-dev qt6-svg-dev libgl-dev libegl-dev libgl1-mesa-dri libxkbcommon-dev
     qt6-qpa-plugins
-    libeigen3-dev libzip-dev libdeflate-dev zlib1g-dev
+    libeigen3-dev libzip-dev libdeflate-dev zlib1g-dev libxcb1-dev
     libavformat-dev libavcodec-dev libswscale-dev libavutil-dev
     libgtest-dev libgmock-dev libbenchmark-dev
     xvfb xauth x11-utils fonts-nanum-extra zip unzip ccache
+    libassimp-dev assimp-utils python3-ezdxf ffmpeg poppler-utils python3-numpy python3-opencv
 )
 missing=()
 for p in "${packages[@]}"; do
