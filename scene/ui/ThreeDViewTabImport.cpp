@@ -1,0 +1,119 @@
+// The 3D view tab's OBJ and DXF import: the Add menu's file dialogs and files dropped on
+// the view.
+#include "scene/ui/ThreeDViewTab.h"
+
+#include "exchange/MeshImport.h"
+#include "scene/SceneModel.h"
+#include "scene/ui/SceneWidget.h"
+
+#include <QAction>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMenu>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QSettings>
+#include <QUrl>
+
+namespace {
+
+// Last folder of each import dialog, in the paths group of the program settings.
+const char *const kObjDirectoryKey = "paths/objMeshImportDirectory";
+const char *const kDxfDirectoryKey = "paths/dxfDrawingImportDirectory";
+
+QStringList droppedMeshFiles(const QMimeData *mime)
+{
+    QStringList files;
+    if (!mime || !mime->hasUrls())
+        return files;
+    for (const QUrl &url : mime->urls()) {
+        if (url.isLocalFile() && vg::exchange::meshFileKind(url.toLocalFile()) != vg::exchange::MeshFileKind::Unknown)
+            files.append(url.toLocalFile());
+    }
+    return files;
+}
+
+} // namespace
+
+void ThreeDViewTab::buildImportActions()
+{
+    m_addMenu->addSeparator();
+    const struct {
+        AddKind kind;
+        QString text;
+    } entries[] = {{AddObjMesh, tr("OBJ Mesh...")}, {AddDxfDrawing, tr("DXF Drawing...")}};
+    for (const auto &entry : entries) {
+        QAction *action = m_addMenu->addAction(entry.text);
+        action->setData(int(entry.kind));
+        const AddKind kind = entry.kind;
+        connect(action, &QAction::triggered, this, [this, kind] { addObject(kind, true); });
+    }
+    // The view takes the drops; other files fall through to the window (projects).
+    m_view->setAcceptDrops(true);
+    m_view->installEventFilter(this);
+}
+
+int ThreeDViewTab::importMeshFromDialog(AddKind kind)
+{
+    const bool obj = kind == AddObjMesh;
+    const QString key = QLatin1String(obj ? kObjDirectoryKey : kDxfDirectoryKey);
+    QSettings settings;
+    const QString path = QFileDialog::getOpenFileName(
+        this, obj ? tr("Import OBJ Mesh") : tr("Import DXF Drawing"), settings.value(key).toString(),
+        obj ? tr("Wavefront OBJ (*.obj);;All files (*)") : tr("DXF Drawing (*.dxf);;All files (*)"));
+    if (path.isEmpty())
+        return -1;
+    settings.setValue(key, QFileInfo(path).absolutePath());
+    return importMeshOrTell(path);
+}
+
+int ThreeDViewTab::importMesh(const QString &path, QString *error)
+{
+    GuideObject object;
+    if (!vg::exchange::importMeshFile(path, &object, error))
+        return -1;
+    const int index = m_view->model().addObject(object, true);
+    showStatus(tr("Imported %1").arg(QFileInfo(path).fileName()), 4000);
+    return index;
+}
+
+int ThreeDViewTab::importMeshOrTell(const QString &path)
+{
+    QString error;
+    const int index = importMesh(path, &error);
+    if (index < 0)
+        QMessageBox::warning(this, tr("Import failed"), error);
+    else
+        m_view->setFocus();
+    return index;
+}
+
+bool ThreeDViewTab::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched != m_view)
+        return QWidget::eventFilter(watched, event);
+    switch (event->type()) {
+    case QEvent::DragEnter:
+    case QEvent::DragMove: {
+        auto *drag = static_cast<QDragMoveEvent *>(event);
+        if (droppedMeshFiles(drag->mimeData()).isEmpty())
+            return false; // not ours: the window may take it
+        drag->acceptProposedAction();
+        return true;
+    }
+    case QEvent::Drop: {
+        auto *drop = static_cast<QDropEvent *>(event);
+        const QStringList files = droppedMeshFiles(drop->mimeData());
+        if (files.isEmpty())
+            return false;
+        drop->acceptProposedAction();
+        for (const QString &file : files)
+            importMeshOrTell(file);
+        return true;
+    }
+    default:
+        return QWidget::eventFilter(watched, event);
+    }
+}
