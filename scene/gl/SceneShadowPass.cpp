@@ -1,0 +1,125 @@
+#include "scene/gl/SceneShadowPass.h"
+
+#include "scene/Transform.h"
+#include "scene/gl/SceneFrame.h"
+
+#include <QOpenGLShaderProgram>
+
+
+bool SceneShadowPass::ensureMap(QOpenGLExtraFunctions *f, ShadowMap &map)
+{
+    if (map.fbo)
+        return true;
+    const int size = SceneRenderer::kShadowMapSize;
+    map.depth = makeGlTexture(f, GL_DEPTH_COMPONENT32F, GL_DEPTH_COMPONENT, GL_FLOAT, QSize(size, size), GL_NEAREST);
+    map.fbo = GlFramebuffer::create(f);
+    f->glBindFramebuffer(GL_FRAMEBUFFER, map.fbo.id());
+    f->glFramebufferTexture2D(GL_FRAMEBUFFER, GL_DEPTH_ATTACHMENT, GL_TEXTURE_2D, map.depth.id(), 0);
+    f->glDrawBuffers(0, nullptr);
+    f->glReadBuffer(GL_NONE);
+    if (!glFramebufferComplete(f, map.fbo.id())) {
+        qWarning("GL projector shadow map pipeline is unavailable");
+        map.fbo.reset();
+        map.depth.reset();
+        return false;
+    }
+    return true;
+}
+
+std::vector<SceneShadowPass::Caster> SceneShadowPass::castersOf(const SceneFrame &frame, int projector) const
+{
+    const QMatrix4x4 matrix = lensClipMatrix(frame.lenses[projector]);
+    std::vector<Caster> casters;
+    for (const SceneFrameItem &item : frame.items) {
+        if (item.index == projector || item.mesh->indexCount == 0 || (!item.surface && !item.body))
+            continue;
+        if (boxMayMeetClipVolume(item.mesh->localBounds, matrix * item.world))
+            casters.push_back({item.index, item.mesh->revision, item.world});
+    }
+    return casters;
+}
+
+void SceneShadowPass::drawMap(SceneFrame &frame, int projector, ShadowMap &map, const std::vector<Caster> &casters)
+{
+    QOpenGLExtraFunctions *f = frame.gl();
+    map.matrix = lensClipMatrix(frame.lenses[projector]);
+    f->glBindFramebuffer(GL_FRAMEBUFFER, map.fbo.id());
+    f->glViewport(0, 0, SceneRenderer::kShadowMapSize, SceneRenderer::kShadowMapSize);
+    f->glDisable(GL_SCISSOR_TEST); // a shared map is drawn between a light pass's projectors
+    f->glDisable(GL_STENCIL_TEST);
+    f->glDisable(GL_BLEND);
+    f->glEnable(GL_DEPTH_TEST);
+    f->glDepthFunc(GL_LESS);
+    f->glDepthMask(GL_TRUE);
+    f->glClear(GL_DEPTH_BUFFER_BIT);
+    frame.common.depthProgram()->bind();
+    size_t next = 0;
+    for (const SceneFrameItem &item : frame.items) {
+        if (next >= casters.size())
+            break;
+        if (item.index != casters[next].index)
+            continue;
+        ++next;
+        frame.common.setSceneConstants(map.matrix * item.world, QVector4D(1, 0, 0, 0));
+        frame.common.drawTriangles(*item.mesh);
+    }
+    map.casters = casters;
+    map.valid = true;
+    ++frame.stats.shadowMapsRendered;
+}
+
+bool SceneShadowPass::update(SceneFrame &frame)
+{
+    int kept = 0;
+    for (int p : frame.projecting) {
+        if (kept++ >= m_residentLimit)
+            break;
+        ShadowMap &map = m_maps[p];
+        if (!ensureMap(frame.gl(), map))
+            return false;
+        std::vector<Caster> casters = castersOf(frame, p);
+        if (m_caching && map.valid && map.matrix == lensClipMatrix(frame.lenses[p]) && map.casters == casters)
+            continue;
+        drawMap(frame, p, map, casters);
+    }
+    // Projectors past the limit lose their kept maps.
+    for (auto it = m_maps.begin(); it != m_maps.end();) {
+        const auto position = std::find(frame.projecting.begin(), frame.projecting.end(), it->first);
+        if (position == frame.projecting.end() || position - frame.projecting.begin() >= m_residentLimit)
+            it = m_maps.erase(it);
+        else
+            ++it;
+    }
+    return m_residentLimit > 0 || frame.projecting.empty() || ensureMap(frame.gl(), m_shared);
+}
+
+GLuint SceneShadowPass::depthTexture(SceneFrame &frame, int projector, bool *drewShared)
+{
+    *drewShared = false;
+    auto it = m_maps.find(projector);
+    if (it != m_maps.end() && it->second.valid)
+        return it->second.depth.id();
+    if (!ensureMap(frame.gl(), m_shared))
+        return 0;
+    drawMap(frame, projector, m_shared, castersOf(frame, projector));
+    m_shared.valid = false; // the next projector draws it again
+    *drewShared = true;
+    return m_shared.depth.id();
+}
+
+QMatrix4x4 SceneShadowPass::shadowMatrix(int projector) const
+{
+    auto it = m_maps.find(projector);
+    return it == m_maps.end() ? m_shared.matrix : it->second.matrix;
+}
+
+void SceneShadowPass::keepOnly(const std::set<int> &projectors)
+{
+    std::erase_if(m_maps, [&](const auto &entry) { return !projectors.count(entry.first); });
+}
+
+void SceneShadowPass::clear()
+{
+    m_maps.clear();
+    m_shared = ShadowMap();
+}
