@@ -1,8 +1,11 @@
 #include "app/MainWindow.h"
 #include "app/ProjectLifecycle.h"
+#include "app/UpdateController.h"
 
 #include "app/GpuSelectionDialog.h"
 #include "app/GuideExportAll.h"
+#include "app/TabViewDocuments.h"
+#include "app/WindowRecording.h"
 #include "app/TabFactory.h"
 #include "app/TabTitleWidget.h"
 #include "app/UiPreferences.h"
@@ -110,7 +113,10 @@ MainWindow::MainWindow(QWidget *parent)
     // The project lifecycle attaches here: it connects the File actions by object
     // name, enables them and sets the project hooks.
     new ProjectLifecycle(this);
+    new UpdateController(this);
     connectExportAllGuides(this);
+    new TabViewDocuments(this);
+    new WindowRecording(this);
 
     setUiScale(m_uiScale, false, false);
 

@@ -132,6 +132,11 @@ public:
     // The window as it is on screen, with an open popup menu drawn in.
     QImage grabWindowImage(QWidget *popup = nullptr);
 
+    // ---- exports of the current 3D view ---------------------------------------------------
+    // "Export Projector/Camera UV LUT...": the dialog over the current 3D view's scene; its
+    // options and media-server settings are kept in the view (MainWindowUvLut.cpp).
+    Q_INVOKABLE void runProjectorCameraUvLutExport();
+
 Q_SIGNALS:
     void uiScaleChanged(double scale);
     void tabAdded(QWidget *content, const QString &kind);

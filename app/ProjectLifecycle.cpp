@@ -1,8 +1,11 @@
 #include "app/ProjectLifecycle.h"
 
+#include "app/GuideRecords.h"
 #include "app/MainWindow.h"
 #include "app/TabFactory.h"
-#include "app/TabInfoPanel.h"
+#include "canvas/ui/CanvasTab.h"
+#include "common/AtomicFileWrite.h"
+#include "project/GuideReferences.h"
 #include "guide/ui/GuideTab.h"
 #include "project/PortablePackage.h"
 #include "project/ProjectBackups.h"
@@ -14,15 +17,21 @@
 #include <QAction>
 #include <QApplication>
 #include <QDateTime>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QFutureWatcher>
+#include <QtConcurrent/QtConcurrentRun>
 #include <QDir>
 #include <QEvent>
+#include <QEventLoop>
+#include <QFutureWatcher>
+#include <QtConcurrent>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLabel>
 #include <QLibraryInfo>
 #include <QMenu>
 #include <QMessageBox>
-#include <QSaveFile>
 #include <QScopeGuard>
 #include <QSet>
 #include <QSettings>
@@ -30,6 +39,8 @@
 #include <QTabWidget>
 #include <QTimer>
 #include <QVBoxLayout>
+
+#include <atomic>
 
 namespace {
 
@@ -72,27 +83,6 @@ void resetCamera(Guide3DViewSettings &view)
     view.view_rotation_y = 0.0;
     view.focus_distance = 0.0;
     view.target_x = view.target_y = view.target_z = 0.0;
-}
-
-// Guide references of merged content point past the guides already open.
-void shiftGuideReferences(ProjectDocument *doc, int guideOffset)
-{
-    if (guideOffset == 0)
-        return;
-    for (CanvasTabSettings &tab : doc->canvasTabs) {
-        if (tab.selected_guide_index >= 0)
-            tab.selected_guide_index += guideOffset;
-        for (CanvasObjectSettings &object : tab.objects) {
-            if (object.guide_index >= 0)
-                object.guide_index += guideOffset;
-        }
-    }
-    for (Guide3DViewSettings &view : doc->views) {
-        for (GuideObject &object : view.objects) {
-            if (object.texture_guide_index >= 0)
-                object.texture_guide_index += guideOffset;
-        }
-    }
 }
 
 } // namespace
@@ -140,6 +130,7 @@ ProjectLifecycle::ProjectLifecycle(MainWindow *window)
     hooks.loadStartupSample = [this] { loadStartupSample(); };
     m_window->setProjectHooks(hooks);
 
+    guiderecords::keepRecords(m_window);
     connect(m_window, &MainWindow::tabAdded, this, [this](QWidget *content, const QString &) {
         watchTab(content);
         scheduleChangeCheck();
@@ -204,14 +195,18 @@ ProjectDocument ProjectLifecycle::currentDocument() const
     ProjectDocument doc;
     const QList<QWidget *> tabs = m_window->contentTabs();
     QWidget *current = m_window->currentContentTab();
+    // The guide list runs by record, which is what every binding names; the tab list says
+    // where each guide's tab is shown.
+    const QList<GuideTab *> guides = guiderecords::guideTabsByRecord(m_window);
+    for (GuideTab *guide : guides)
+        doc.guides.append(guide->settings());
     for (QWidget *content : tabs) {
         const QString kind = tabKindOf(content);
         if (auto *guide = qobject_cast<GuideTab *>(content)) {
             if (content == current)
                 doc.currentTab = doc.tabs.size();
-            doc.tabs.append({QString::fromLatin1(kGuideTabKind), int(doc.guides.size())});
-            doc.guides.append(guide->settings());
-        } else if (auto *canvas = qobject_cast<CanvasTabPanel *>(content)) {
+            doc.tabs.append({QString::fromLatin1(kGuideTabKind), int(guides.indexOf(guide))});
+        } else if (auto *canvas = qobject_cast<CanvasTab *>(content)) {
             if (content == current)
                 doc.currentTab = doc.tabs.size();
             CanvasTabSettings settings = canvas->settings();
@@ -284,8 +279,8 @@ void ProjectLifecycle::watchTab(QWidget *content)
 {
     if (auto *guide = qobject_cast<GuideTab *>(content))
         connect(guide, &GuideTab::settingsChanged, this, &ProjectLifecycle::scheduleChangeCheck);
-    else if (auto *canvas = qobject_cast<CanvasTabPanel *>(content))
-        connect(canvas, &CanvasTabPanel::settingsChanged, this, &ProjectLifecycle::scheduleChangeCheck);
+    else if (auto *canvas = qobject_cast<CanvasTab *>(content))
+        connect(canvas, &CanvasTab::settingsChanged, this, &ProjectLifecycle::scheduleChangeCheck);
     else if (auto *view = qobject_cast<ThreeDViewTab *>(content))
         connect(view, &ThreeDViewTab::sceneChanged, this, &ProjectLifecycle::scheduleChangeCheck);
 }
@@ -295,14 +290,7 @@ void ProjectLifecycle::rememberActiveGuide()
     auto *guide = qobject_cast<GuideTab *>(m_window->currentContentTab());
     if (!guide || isLoading())
         return;
-    int index = 0;
-    for (QWidget *content : m_window->contentTabs()) {
-        if (content == guide)
-            break;
-        if (qobject_cast<GuideTab *>(content))
-            ++index;
-    }
-    m_activeGuide = index;
+    m_activeGuide = std::max(0, int(guiderecords::guideTabsByRecord(m_window).indexOf(guide)));
 }
 
 void ProjectLifecycle::updateWindowTitle()
@@ -470,12 +458,16 @@ bool ProjectLifecycle::loadInto(const QString &path, Mode mode, const QString &f
 void ProjectLifecycle::applyDocument(const ProjectDocument &source, Mode mode)
 {
     ProjectDocument doc = source;
+    // Guide tabs open in the file's tab order; the guide list is put in that order with
+    // every reference following, so each binding keeps naming the same guide.
+    orderGuidesAsTabs(&doc);
     const bool merge = mode == Mode::Merge;
     int guideOffset = 0;
     if (merge) {
         for (QWidget *content : m_window->contentTabs())
             guideOffset += qobject_cast<GuideTab *>(content) ? 1 : 0;
-        shiftGuideReferences(&doc, guideOffset);
+        // Merged references point past the guides already open.
+        remapGuideReferences(&doc, [guideOffset](int index) { return index + guideOffset; });
     } else {
         showProgress(tr("Preparing tabs..."));
         m_window->removeAllTabs();
@@ -525,6 +517,7 @@ void ProjectLifecycle::applyDocument(const ProjectDocument &source, Mode mode)
                              .arg(guideNumber)
                              .arg(doc.guides.size()));
             content = m_window->addGuideTab();
+            guiderecords::setRecord(content, guideOffset + entry.index);
             if (auto *guide = qobject_cast<GuideTab *>(content)) {
                 guide->setSettings(doc.guides[entry.index]);
                 guideTabs.append(guide);
@@ -536,7 +529,7 @@ void ProjectLifecycle::applyDocument(const ProjectDocument &source, Mode mode)
                              .arg(doc.canvasTabs.size()));
             const CanvasTabSettings &settings = doc.canvasTabs[entry.index];
             content = m_window->addCanvasTab(settings.title);
-            if (auto *canvas = qobject_cast<CanvasTabPanel *>(content))
+            if (auto *canvas = qobject_cast<CanvasTab *>(content))
                 canvas->setSettings(settings);
         } else {
             ++viewNumber;
@@ -626,14 +619,35 @@ bool ProjectLifecycle::saveProjectTo(const QString &requested)
     const QString path = QFileInfo(withProjectSuffix(requested)).absoluteFilePath();
     if (QFileInfo(path).isFile())
         backupExistingFile(path);
-    QString error;
-    if (!saveProjectDocument(path, doc, &error)) {
-        m_dialogs.warn(tr("Save failed"), tr("Could not save project: %1").arg(error));
+    // Printing, compressing and writing a large project takes a while: it runs on a pool
+    // thread, together with the change-detection snapshot, while the window keeps painting.
+    // Input waits until the save is done, so nothing is edited half-way through it.
+    struct Outcome
+    {
+        bool saved = false;
+        QString error;
+        QByteArray snapshot;
+    };
+    QFutureWatcher<Outcome> watcher;
+    QEventLoop loop;
+    connect(&watcher, &QFutureWatcher<Outcome>::finished, &loop, &QEventLoop::quit);
+    watcher.setFuture(QtConcurrent::run([path, doc] {
+        Outcome outcome;
+        outcome.saved = saveProjectDocument(path, doc, &outcome.error);
+        if (outcome.saved)
+            outcome.snapshot = snapshotOf(doc);
+        return outcome;
+    }));
+    if (!watcher.isFinished())
+        loop.exec(QEventLoop::ExcludeUserInputEvents);
+    const Outcome outcome = watcher.result();
+    if (!outcome.saved) {
+        m_dialogs.warn(tr("Save failed"), tr("Could not save project: %1").arg(outcome.error));
         return false;
     }
     setCurrentFile(path);
     addRecent(path);
-    m_savedSnapshot = snapshotOf(doc);
+    m_savedSnapshot = outcome.snapshot;
     checkChanges();
     status(tr("Saved project: %1").arg(QDir::toNativeSeparators(path)));
     return true;
@@ -727,10 +741,7 @@ bool ProjectLifecycle::writeBackup(const QByteArray *existing)
     QString error;
     bool saved = false;
     if (existing) {
-        QSaveFile file(path);
-        saved = file.open(QIODevice::WriteOnly) && file.write(*existing) == existing->size() && file.commit();
-        if (!saved)
-            error = file.errorString();
+        saved = vg::writeFileReplacing(path, *existing, &error);
     } else {
         saved = saveProjectDocument(path, doc, &error);
     }
@@ -922,7 +933,7 @@ bool ProjectLifecycle::importProjectBundleFrom(const QString &zipPath, const QSt
         overwrite = true;
     }
     status(tr("Importing project bundle..."));
-    if (!vg::zip::extractArchive(zipPath, folder, overwrite, &error)) {
+    if (!extractBundle(zipPath, folder, overwrite, &error)) {
         m_dialogs.warn(title, error);
         return false;
     }
@@ -936,6 +947,48 @@ bool ProjectLifecycle::importProjectBundleFrom(const QString &zipPath, const QSt
     m_dialogs.inform(title, withPath(tr("Project bundle imported:"), projectPath));
     status(tr("Imported project bundle: %1").arg(QDir::toNativeSeparators(zipPath)));
     return true;
+}
+
+// Extracts on a worker so that a bundle of many entries keeps the window painting; the
+// overlay shows how far it got. A worker that stops reporting is cancelled.
+bool ProjectLifecycle::extractBundle(const QString &zipPath, const QString &folder, bool overwrite, QString *error)
+{
+    std::atomic<qint64> done{0}, total{0};
+    std::atomic<bool> cancel{false};
+    QFuture<bool> future = QtConcurrent::run([=, &done, &total, &cancel](QString *out) {
+        return vg::zip::extractArchive(zipPath, folder, overwrite, out, [&](qint64 d, qint64 t) {
+            done = d;
+            total = t;
+            return !cancel.load();
+        });
+    }, error);
+    showOverlay(tr("Importing project bundle..."));
+    constexpr qint64 kStallMs = 5 * 60 * 1000;
+    QElapsedTimer sinceProgress;
+    sinceProgress.start();
+    qint64 lastDone = -1;
+    QEventLoop loop;
+    QFutureWatcher<bool> watcher;
+    connect(&watcher, &QFutureWatcher<bool>::finished, &loop, &QEventLoop::quit);
+    QTimer tick;
+    tick.setInterval(100);
+    connect(&tick, &QTimer::timeout, &loop, [&] {
+        if (done != lastDone) {
+            lastDone = done;
+            sinceProgress.restart();
+            const qint64 t = total;
+            showProgress(t > 0 ? QStringLiteral("%1%").arg(int(lastDone * 100 / t)) : QString());
+        } else if (sinceProgress.elapsed() > kStallMs) {
+            cancel = true;
+        }
+    });
+    watcher.setFuture(future);
+    tick.start();
+    if (!future.isFinished())
+        loop.exec(QEventLoop::ExcludeUserInputEvents);
+    tick.stop();
+    hideOverlay();
+    return future.result();
 }
 
 // ---- portable package --------------------------------------------------------------------

@@ -108,6 +108,7 @@ private:
     void watchTab(QWidget *content);
     void rememberActiveGuide();
     void showProgress(const QString &text);
+    bool extractBundle(const QString &zipPath, const QString &folder, bool overwrite, QString *error);
     void showOverlay(const QString &heading);
     void hideOverlay();
     void status(const QString &text);

@@ -1,6 +1,7 @@
 #include "app/TabFactory.h"
 
-#include "app/TabInfoPanel.h"
+#include "app/GuideRecords.h"
+#include "canvas/ui/CanvasTab.h"
 #include "guide/ui/GuideTab.h"
 #include "app/MainWindow.h"
 #include "scene/ui/ThreeDViewTab.h"
@@ -42,33 +43,49 @@ static QWidget *duplicateGuideTabContent(QWidget *content, QWidget *parent)
 
 // ---- canvas tabs -----------------------------------------------------------------
 
+// Guide tabs by guide record (the saved guide list's order, which dragging tabs leaves
+// alone), each with its "guideSourceId"; a canvas binds to them by that id.
+static QList<CanvasGuideTabSource> canvasGuideSources(const QWidget *tab)
+{
+    QList<CanvasGuideTabSource> sources;
+    auto *window = qobject_cast<MainWindow *>(tab->window());
+    if (!window)
+        return sources;
+    for (GuideTab *guide : guiderecords::guideTabsByRecord(window)) {
+        sources.append({guide->property("guideSourceId").toInt(),
+                        window->displayedTabTitle(window->indexOfContentTab(guide)), guide});
+    }
+    return sources;
+}
+
 QWidget *createCanvasTabContent(QWidget *parent)
 {
-    return new CanvasTabPanel(parent);
+    auto *tab = new CanvasTab(parent);
+    tab->setGuideSourceProvider([tab] { return canvasGuideSources(tab); });
+    if (auto *window = qobject_cast<MainWindow *>(parent ? parent->window() : nullptr))
+        QObject::connect(window, &MainWindow::tabLayoutChanged, tab, &CanvasTab::refreshGuideSources);
+    return tab;
 }
 
 static QWidget *duplicateCanvasTabContent(QWidget *content, QWidget *parent)
 {
-    auto *copy = new CanvasTabPanel(parent);
-    if (auto *panel = qobject_cast<CanvasTabPanel *>(content))
-        copy->setSettings(panel->settings());
+    auto *copy = static_cast<CanvasTab *>(createCanvasTabContent(parent));
+    if (auto *canvas = qobject_cast<CanvasTab *>(content))
+        copy->setSettings(canvas->settings());
     return copy;
 }
 
 // ---- 3D view tabs ----------------------------------------------------------------
 
-// Guide tabs in display order are the project's guides; 3D objects refer to them by that index.
+// The project's guides by record, which is how 3D objects name them, whatever the tab order.
 static void collectGuideSources(const QWidget *tab, QStringList *names, QVector<QImage> *images)
 {
     auto *window = qobject_cast<MainWindow *>(tab->window());
     if (!window)
         return;
-    const QList<QWidget *> tabs = window->contentTabs();
-    for (int i = 0; i < tabs.size(); ++i) {
-        if (auto *guide = qobject_cast<GuideTab *>(tabs[i])) {
-            names->append(window->displayedTabTitle(i));
-            images->append(guide->guideImage());
-        }
+    for (GuideTab *guide : guiderecords::guideTabsByRecord(window)) {
+        names->append(window->displayedTabTitle(window->indexOfContentTab(guide)));
+        images->append(guide->guideImage());
     }
 }
 

@@ -1,5 +1,6 @@
 #include "app/CommandLine.h"
 #include "app/MainWindow.h"
+#include "app/SpinBoxWheelGuard.h"
 #include "app/UiPreferences.h"
 #include "app/VantreoProxyStyle.h"
 #include "common/GpuAdapter.h"
@@ -37,6 +38,7 @@ int main(int argc, char **argv)
     QApplication app(argc, argv);
     QApplication::setStyle(new VantreoProxyStyle);
     QApplication::setPalette(QApplication::style()->standardPalette());
+    SpinBoxWheelGuard::install();
     QApplication::setOrganizationName(QString::fromLatin1(kOrganisation));
     QApplication::setApplicationName(QString::fromLatin1(kApplication));
     QApplication::setApplicationVersion(QStringLiteral(VG_VERSION));

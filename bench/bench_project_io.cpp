@@ -116,6 +116,19 @@ void BM_SaveContainer(benchmark::State &state)
 }
 BENCHMARK(BM_SaveContainer)->Unit(benchmark::kMillisecond);
 
+// The save as it was before the level was chosen: the same steps at level 9, as an anchor
+// measured in the same run.
+void BM_SaveContainerLevel9(benchmark::State &state)
+{
+    const QString path = scratch().filePath(QStringLiteral("large9.vgs"));
+    for (auto _ : state) {
+        if (!writeFile(path, vg::encodeSettingsContainer(projectDocumentToJson(project()), 9)))
+            state.SkipWithError("write failed");
+    }
+    state.counters["file_bytes"] = double(QFile(path).size());
+}
+BENCHMARK(BM_SaveContainerLevel9)->Unit(benchmark::kMillisecond);
+
 void BM_SaveBareJson(benchmark::State &state)
 {
     const QString path = scratch().filePath(QStringLiteral("large.json"));
@@ -163,6 +176,20 @@ void BM_ContainerEncode(benchmark::State &state)
     state.SetBytesProcessed(state.iterations() * json.size());
 }
 BENCHMARK(BM_ContainerEncode)->Unit(benchmark::kMillisecond);
+
+// Every level on the same text, to choose the saving level: time and file size.
+void BM_ContainerEncodeLevel(benchmark::State &state)
+{
+    static const QByteArray json = projectDocumentToJson(project());
+    qint64 size = 0;
+    for (auto _ : state) {
+        const QByteArray container = vg::encodeSettingsContainer(json, int(state.range(0)));
+        size = container.size();
+        benchmark::DoNotOptimize(container.constData());
+    }
+    state.counters["file_bytes"] = double(size);
+}
+BENCHMARK(BM_ContainerEncodeLevel)->DenseRange(1, 12)->Unit(benchmark::kMillisecond);
 
 void BM_ContainerDecode(benchmark::State &state)
 {

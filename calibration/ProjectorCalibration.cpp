@@ -96,6 +96,13 @@ bool solvePoints(const GuideObject &projector, const QVector<Point> &points,
     const int w = size.width();
     const int h = size.height();
 
+    // Picked pixels are in the real projector's image, which its flips and 180° turn
+    // mirror; the solver's pinhole sees the image before them.
+    vg::scene::LensIntrinsics lens = vg::scene::lensIntrinsicsOf(projector);
+    lens.width = w;
+    lens.height = h;
+    const vg::scene::LensFrameConstants frame = vg::scene::lensFrameConstants(lens);
+
     std::vector<CalibrationObservation> observations;
     std::vector<int> sourceIndex;
     observations.reserve(size_t(points.size()));
@@ -104,7 +111,9 @@ bool solvePoints(const GuideObject &projector, const QVector<Point> &points,
         const Point &m = points.at(i);
         if (!isFinitePoint(m))
             continue;
-        observations.push_back({double(m.x), double(m.y), double(m.z), double(m.u), double(m.v)});
+        double u = double(m.u), v = double(m.v);
+        vg::scene::undoLensFlipsOnPixel(lens, u, v);
+        observations.push_back({double(m.x), double(m.y), double(m.z), u, v});
         sourceIndex.push_back(i);
     }
     const CalibrationProblem problem(std::move(observations), w, h);
@@ -113,10 +122,10 @@ bool solvePoints(const GuideObject &projector, const QVector<Point> &points,
     CalibrationParameters initial{};
     setPose(initial, projector.translate_x, projector.translate_y, projector.translate_z, projector.rotate_x,
             projector.rotate_y, projector.rotate_z);
-    const double f0 = std::clamp(double(projector.throw_rate) * w, 0.1 * w, 10.0 * w);
-    initial[CalibrationLogFocal] = std::log(f0);
-    initial[CalibrationPrincipalX] = (0.5 - double(projector.lens_shift_x) / 100.0) * w;
-    initial[CalibrationPrincipalY] = (0.5 - double(projector.lens_shift_y) / 100.0) * h;
+    initial[CalibrationLogFocal] = std::log(vg::scene::lensFocalLengthPixels(lens));
+    const Eigen::Vector2d principal0 = vg::scene::lensPrincipalPointPixels(lens);
+    initial[CalibrationPrincipalX] = principal0.x();
+    initial[CalibrationPrincipalY] = principal0.y();
     problem.clampToBounds(initial);
 
     CalibrationActiveMask active;
@@ -182,9 +191,12 @@ bool solvePoints(const GuideObject &projector, const QVector<Point> &points,
     r.principalPointY = p[CalibrationPrincipalY];
     r.throwRatioAdjusted = request.adjust_throw_ratio;
     r.lensShiftAdjusted = request.adjust_lens_shift;
-    r.throwRatio = r.throwRatioAdjusted ? r.focalLengthPixels / w : double(projector.throw_rate);
-    r.lensShiftX = r.lensShiftAdjusted ? (0.5 - r.principalPointX / w) * 100.0 : double(projector.lens_shift_x);
-    r.lensShiftY = r.lensShiftAdjusted ? (0.5 - r.principalPointY / h) * 100.0 : double(projector.lens_shift_y);
+    const Eigen::Vector2d shift =
+        vg::scene::lensShiftPercentFromPrincipalPoint({r.principalPointX, r.principalPointY}, w, h);
+    r.throwRatio = r.throwRatioAdjusted ? vg::scene::throwRatioFromFocalPixels(r.focalLengthPixels, w)
+                                        : double(projector.throw_rate);
+    r.lensShiftX = r.lensShiftAdjusted ? shift.x() : double(projector.lens_shift_x);
+    r.lensShiftY = r.lensShiftAdjusted ? shift.y() : double(projector.lens_shift_y);
     r.horizontalFovDegrees = 2.0 * std::atan(w / (2.0 * r.focalLengthPixels)) * 180.0 / M_PI;
 
     problem.residuals(p, scratch);
@@ -192,8 +204,9 @@ bool solvePoints(const GuideObject &projector, const QVector<Point> &points,
     for (int i = 0; i < problem.pointCount(); ++i) {
         ProjectorCalibrationResidual residual;
         residual.pointIndex = sourceIndex[size_t(i)];
-        residual.du = scratch[2 * i];
-        residual.dv = scratch[2 * i + 1];
+        // Back in the real image's directions, like the picked points.
+        residual.du = frame.flipU ? -scratch[2 * i] : scratch[2 * i];
+        residual.dv = frame.flipV ? -scratch[2 * i + 1] : scratch[2 * i + 1];
         residual.distance = std::hypot(residual.du, residual.dv);
         r.residuals.append(residual);
     }

@@ -2,30 +2,11 @@
 
 #include "project/ProjectFile.h"
 
-#include <QSaveFile>
+#include "common/AtomicFileWrite.h"
 
 namespace {
 
 const CliCommand &convertCommand();
-
-bool writeBareJson(const QString &path, const QByteArray &json, QString *error)
-{
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
-        *error = file.errorString();
-        return false;
-    }
-    if (file.write(json) != json.size()) {
-        *error = file.errorString();
-        file.cancelWriting();
-        return false;
-    }
-    if (!file.commit()) {
-        *error = file.errorString();
-        return false;
-    }
-    return true;
-}
 
 int runConvert(const QStringList &args, CliContext &ctx)
 {
@@ -53,7 +34,7 @@ int runConvert(const QStringList &args, CliContext &ctx)
     bool ok = false;
     if (out.endsWith(QLatin1String(".json"), Qt::CaseInsensitive)) {
         const QByteArray json = projectToJson(guides, activeGuide, &activeView, &views, &canvasTabs, &tabs, currentTab);
-        ok = writeBareJson(out, json, &error);
+        ok = vg::writeFileReplacing(out, json, &error);
     } else {
         ok = saveProjectFile(out, guides, activeGuide, &error, &activeView, &views, &canvasTabs, &tabs, currentTab);
     }

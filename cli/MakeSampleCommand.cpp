@@ -8,7 +8,8 @@ namespace {
 const CliCommand &makeSampleCommand();
 
 // The bundled sample: a wall guide and a floor guide, a canvas tab laying both out, and
-// a 3D view with a projection plane, a projector aimed at it and a person for scale.
+// a 3D view with a projection plane, a projector projecting the wall guide onto it and a
+// person for scale: the program's central path, visible on first start.
 ProjectDocument sampleProject()
 {
     ProjectDocument doc;
@@ -56,6 +57,9 @@ ProjectDocument sampleProject()
     p->translate_y = 2.5f;
     p->translate_z = 4.0f;
     p->show_projector_frustum = true;
+    // At throw ratio 1 from 4 m, with the lens axis on the image's top edge, the 1920 x 1200
+    // image covers the 4 x 2.5 m wall exactly.
+    p->projector_image_guide_index = 0;
     const int person = scene.addPerson(QString(), 1700);
     GuideObject *human = scene.mutableObject(person);
     human->translate_x = 1.2f;
@@ -70,8 +74,10 @@ ProjectDocument sampleProject()
     doc.activeView = view;
     doc.views = {view};
 
-    doc.tabs = {{QStringLiteral("guide"), 0}, {QStringLiteral("guide"), 1}, {QStringLiteral("canvas"), 0}};
-    doc.currentTab = 0;
+    doc.tabs = {{QStringLiteral("guide"), 0}, {QStringLiteral("guide"), 1}, {QStringLiteral("canvas"), 0},
+                {QStringLiteral("3dView"), 0}};
+    doc.currentTab = 3; // opens on the 3D view, the wall guide projected
+
     return doc;
 }
 

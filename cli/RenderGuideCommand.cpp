@@ -1,5 +1,6 @@
 #include "cli/CliCommand.h"
 
+#include "common/AtomicFileWrite.h"
 #include "common/SettingsContainer.h"
 #include "guide/GuideRenderer.h"
 #include "guide/PngWriter.h"
@@ -7,7 +8,6 @@
 
 #include "project/ProjectFile.h"
 
-#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -29,13 +29,11 @@ bool isProjectRoot(const QJsonObject &root)
 // settings. Shared with guide-info.
 bool loadGuideForCli(const QString &path, int index, GuideSettings *settings, QString *error)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        *error = file.errorString();
+    QByteArray bytes;
+    if (!readProjectBytes(path, &bytes, error))
         return false;
-    }
     QByteArray json;
-    if (!vg::decodeSettingsContainer(file.readAll(), &json, error))
+    if (!vg::decodeSettingsContainer(bytes, &json, error))
         return false;
     QJsonParseError parseError;
     const QJsonDocument doc = QJsonDocument::fromJson(json, &parseError);
@@ -52,8 +50,9 @@ bool loadGuideForCli(const QString &path, int index, GuideSettings *settings, QS
     QList<GuideSettings> guides;
     int active = 0;
     if (isProjectRoot(root)) {
+        // The decoded text is read as a bare project: the file is read and decoded once.
         ProjectDocument project;
-        if (!loadProjectDocument(path, &project, error))
+        if (!loadProjectDocumentData(json, &project, error))
             return false;
         guides = project.guides;
         active = project.activeGuide;
@@ -106,7 +105,13 @@ int runRenderGuide(const QStringList &args, CliContext &ctx)
         return CliFailure;
     }
     const QString out = parsed.value(QStringLiteral("-o"));
-    if (!writeGuidePng(image, out, &error)) {
+    const QByteArray png = encodePng(image);
+    if (png.isEmpty()) {
+        ctx.err << "Render failed: there is not enough memory to encode the guide image of " << image.width() << "x"
+                << image.height() << " px." << Qt::endl;
+        return CliFailure;
+    }
+    if (!vg::writeFileReplacing(out, png, &error)) {
         ctx.err << "Export failed: " << error << Qt::endl;
         return CliFailure;
     }

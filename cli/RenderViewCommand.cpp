@@ -1,5 +1,6 @@
 #include "cli/CliCommand.h"
 
+#include "exchange/MeshImport.h"
 #include "project/ProjectFile.h"
 #include "scene/gl/OffscreenSceneRender.h"
 #include "scene/gl/PrivateGlDisplay.h"
@@ -89,6 +90,12 @@ int runRenderView(const QStringList &args, CliContext &ctx)
         ctx.err << "The project has no 3D view." << Qt::endl;
         return CliFailure;
     }
+    // Imported OBJ and DXF objects are saved as their file path; read their geometry.
+    QStringList problems;
+    vg::exchange::loadImportedGeometry(view.objects, &problems,
+                                       QFileInfo(parsed.positionals().first()).absolutePath());
+    for (const QString &problem : problems)
+        ctx.err << problem << Qt::endl;
     if (options.camera == SceneCameraChoice::Object
         && (options.objectIndex >= view.objects.size() || !view.objects.at(options.objectIndex).hasLens())) {
         ctx.err << QStringLiteral("Object %1 is not a projector or camera of this view.").arg(options.objectIndex)

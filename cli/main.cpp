@@ -4,6 +4,10 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -21,6 +25,28 @@ void printHelp(QTextStream &out)
     out.flush();
 }
 
+// Qt warns on stderr when the session has no runtime folder (servers, cron, CI). The tool
+// prints only its own output, so it provides one: a private folder of this user's, made
+// like the one Qt would fall back to, or a fresh one when that name is taken.
+void ensureRuntimeDirectory()
+{
+    if (!qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))
+        return;
+    const QByteArray tmp = qEnvironmentVariableIsEmpty("TMPDIR") ? QByteArray("/tmp") : qgetenv("TMPDIR");
+    QByteArray path = tmp + "/runtime-" + QByteArray::number(qulonglong(geteuid()));
+    ::mkdir(path.constData(), 0700);
+    struct stat info {};
+    const bool usable = ::lstat(path.constData(), &info) == 0 && S_ISDIR(info.st_mode) && info.st_uid == geteuid()
+                        && (info.st_mode & 0777) == 0700;
+    if (!usable) {
+        QByteArray name = tmp + "/vantreoguide-runtime-XXXXXX";
+        if (!::mkdtemp(name.data()))
+            return; // Qt falls back and says so; nothing better can be done here
+        path = name;
+    }
+    qputenv("XDG_RUNTIME_DIR", path);
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -30,6 +56,7 @@ int main(int argc, char **argv)
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && qEnvironmentVariableIsEmpty("DISPLAY")
         && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    ensureRuntimeDirectory();
     QGuiApplication app(argc, argv);
     QGuiApplication::setOrganizationName(QStringLiteral("VantreoSolution"));
     QGuiApplication::setApplicationName(QStringLiteral("VantreoGuide"));

@@ -13,6 +13,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <exception>
 #include <functional>
 #include <cmath>
 #include <mutex>
@@ -20,6 +21,7 @@
 namespace {
 
 constexpr int kMaxSide = 32768;
+constexpr double kMaxGlyphImagePixels = 160.0;
 
 // The 56 row syllables: 14 initial consonants with the vowels ㅏ, ㅓ, ㅗ, ㅜ, composed from
 // the Unicode Hangul syllable block. Built once; the only state renders share.
@@ -135,6 +137,10 @@ struct LabelAtlas {
     double ascent = 0.0;
     double height = 0.0;
     bool valid = false;
+    // Above kMaxGlyphImagePixels the glyphs are drawn as outlines with this font instead:
+    // one image of a cell-sized glyph would take gigabytes on a large guide.
+    bool asPaths = false;
+    QFont font;
 
     double width(const QString &text) const
     {
@@ -145,12 +151,63 @@ struct LabelAtlas {
     }
 };
 
+// Which cell paints each pixel along one axis: the cells are filled in order and later
+// fills cover earlier ones, exactly as the painter's rectangle fills do. Found per pixel
+// by bisection, so a count near the integer limit costs no more than a small one.
+QVector<int> cellOwners(int pixels, int count, double size, bool inverse)
+{
+    const double fill = std::ceil(size);
+    // Cell i covers [start(i), start(i) + fill); the first cell painted reaches the near
+    // edge and the last one the far edge.
+    auto start = [&](qint64 i) { return std::floor(inverse ? pixels - (i + 1) * size : i * size); };
+    QVector<int> owner(pixels, 0);
+    for (int x = 0; x < pixels; ++x) {
+        // The predicate is true for a prefix of the cells; the owner is the last of them.
+        auto covers = [&](qint64 i) { return inverse ? start(i) + fill > x || i == 0 : start(i) <= x; };
+        qint64 lo = 0, hi = qint64(count) - 1;
+        while (lo < hi) {
+            const qint64 mid = lo + (hi - lo + 1) / 2;
+            if (covers(mid))
+                lo = mid;
+            else
+                hi = mid - 1;
+        }
+        owner[x] = int(lo);
+    }
+    return owner;
+}
+
+// The cells that own at least one pixel along one axis, in painting order. Every other
+// cell is wholly covered by later ones, so leaving it out changes no pixel and bounds the
+// work by the image size rather than the cell count.
+struct AxisCells {
+    QVector<int> ownerOf; // per pixel
+    QVector<int> visible; // ascending
+    QVector<int> slotOf;  // per pixel: position of its owner in `visible`
+};
+
+AxisCells axisCells(int pixels, int count, double size, bool inverse)
+{
+    AxisCells a;
+    a.ownerOf = cellOwners(pixels, count, size, inverse);
+    QVector<int> sorted = a.ownerOf;
+    std::sort(sorted.begin(), sorted.end());
+    sorted.erase(std::unique(sorted.begin(), sorted.end()), sorted.end());
+    a.visible = sorted;
+    a.slotOf.resize(pixels);
+    for (int x = 0; x < pixels; ++x)
+        a.slotOf[x] = int(std::lower_bound(sorted.begin(), sorted.end(), a.ownerOf.at(x)) - sorted.begin());
+    return a;
+}
+
 struct CellGrid {
     int columns = 1;
     int rows = 1;
     double cellWidth = 1.0;
     double cellHeight = 1.0;
     int format = 0;
+    AxisCells columnCells;
+    AxisCells rowCells;
     LabelAtlas labels;
 };
 
@@ -162,6 +219,8 @@ CellGrid prepareCells(const GuideSettings &s, const Frame &f)
     g.cellWidth = double(f.width) / g.columns;
     g.cellHeight = double(f.height) / g.rows;
     g.format = clampGuideNumberFormat(s.numberTextFormat);
+    g.columnCells = axisCells(f.width, g.columns, g.cellWidth, s.inverseX);
+    g.rowCells = axisCells(f.height, g.rows, g.cellHeight, s.inverseY);
     if (!s.displayNumber)
         return g;
 
@@ -171,10 +230,10 @@ CellGrid prepareCells(const GuideSettings &s, const Frame &f)
     {
         const QFontMetricsF fm(font);
         double widest = 0.0;
-        for (int c = 0; c < g.columns; c += std::max(1, g.columns / 64))
-            widest = std::max(widest, fm.horizontalAdvance(guideCellLabel(g.format, g.rows - 1, c)));
-        for (int r = 0; r < g.rows; r += std::max(1, g.rows / 64))
-            widest = std::max(widest, fm.horizontalAdvance(guideCellLabel(g.format, r, g.columns - 1)));
+        for (qint64 c = 0; c < g.columns; c += std::max(1, g.columns / 64))
+            widest = std::max(widest, fm.horizontalAdvance(guideCellLabel(g.format, g.rows - 1, int(c))));
+        for (qint64 r = 0; r < g.rows; r += std::max(1, g.rows / 64))
+            widest = std::max(widest, fm.horizontalAdvance(guideCellLabel(g.format, int(r), g.columns - 1)));
         widest = std::max(widest, fm.horizontalAdvance(guideCellLabel(g.format, g.rows - 1, g.columns - 1)));
         if (widest > g.cellWidth * 0.86)
             size *= g.cellWidth * 0.86 / widest;
@@ -190,12 +249,20 @@ CellGrid prepareCells(const GuideSettings &s, const Frame &f)
     for (const QString &syllable : koreanSyllables())
         characters += syllable;
     const QColor color(255, 255, 255, 225);
+    g.labels.asPaths = size > kMaxGlyphImagePixels;
+    g.labels.font = font;
     for (QChar ch : characters) {
         LabelAtlas::Glyph glyph;
         glyph.advance = fm.horizontalAdvance(ch);
+        if (g.labels.asPaths) {
+            g.labels.glyphs.insert(ch.unicode(), glyph);
+            continue;
+        }
         const QRect box = fm.boundingRect(ch).toAlignedRect().adjusted(-2, -2, 2, 2);
         glyph.offset = box.topLeft();
         glyph.image = QImage(std::max(1, box.width()), std::max(1, box.height()), QImage::Format_ARGB32_Premultiplied);
+        if (glyph.image.isNull())
+            return g; // no labels rather than no guide
         glyph.image.fill(Qt::transparent);
         QPainter gp(&glyph.image);
         gp.setRenderHint(QPainter::TextAntialiasing, true);
@@ -213,6 +280,15 @@ void drawLabel(QPainter &p, const LabelAtlas &atlas, const QRectF &cell, const Q
 {
     double x = cell.center().x() - atlas.width(text) / 2.0;
     const double baseline = cell.center().y() - atlas.height / 2.0 + atlas.ascent;
+    if (atlas.asPaths) {
+        p.save();
+        p.setRenderHint(QPainter::Antialiasing, true);
+        p.setFont(atlas.font);
+        p.setPen(QColor(255, 255, 255, 225));
+        p.drawText(QPointF(x, baseline), text);
+        p.restore();
+        return;
+    }
     for (QChar ch : text) {
         const auto it = atlas.glyphs.constFind(ch.unicode());
         if (it == atlas.glyphs.constEnd())
@@ -223,47 +299,42 @@ void drawLabel(QPainter &p, const LabelAtlas &atlas, const QRectF &cell, const Q
     }
 }
 
-// Which cell paints each pixel along one axis: the cells are filled in order and later
-// fills cover earlier ones, exactly as the painter's rectangle fills do.
-QVector<int> cellOwners(int pixels, int count, double size, bool inverse)
-{
-    QVector<int> owner(pixels, 0);
-    const int fill = int(std::ceil(size));
-    for (int i = 0; i < count; ++i) {
-        const double start = inverse ? pixels - (i + 1) * size : i * size;
-        int from = int(std::floor(start));
-        int to = from + fill;
-        if (inverse ? i == count - 1 : i == 0)
-            from = 0;
-        if (inverse ? i == 0 : i == count - 1)
-            to = pixels;
-        for (int x = std::max(from, 0); x < std::min(to, pixels); ++x)
-            owner[x] = i;
-    }
-    return owner;
-}
-
 // Tiny cells (a few pixels, e.g. real square cells of 1 px) would mean millions of
 // painter calls; the same pixels are written directly instead.
 void fillSmallCells(QImage &device, const GuideSettings &s, const Frame &f, const CellGrid &g, const QRect &band)
 {
-    const QVector<int> columnOf = cellOwners(f.width, g.columns, g.cellWidth, s.inverseX);
-    const QVector<int> rowOf = cellOwners(f.height, g.rows, g.cellHeight, s.inverseY);
-    QVector<QRgb> rowColors(g.columns);
+    const AxisCells &columns = g.columnCells;
+    const QVector<int> &rowOf = g.rowCells.ownerOf;
+    QVector<QRgb> rowColors(columns.visible.size());
     int cachedRow = -1;
     for (int y = band.top(); y <= band.bottom(); ++y) {
         const int r = rowOf.at(y);
         if (r != cachedRow) {
-            for (int c = 0; c < g.columns; ++c)
-                rowColors[c] = guideCellColor(s, c, r, g.columns, g.rows).rgb() | 0xff000000u;
+            for (int i = 0; i < columns.visible.size(); ++i)
+                rowColors[i] = guideCellColor(s, columns.visible.at(i), r, g.columns, g.rows).rgb() | 0xff000000u;
             cachedRow = r;
         }
         auto *line = reinterpret_cast<QRgb *>(device.scanLine(y - band.top()));
         for (int xd = 0; xd < f.width; ++xd) {
             const int x = s.flipH ? f.width - 1 - xd : xd;
-            line[xd] = rowColors.at(columnOf.at(x));
+            line[xd] = rowColors.at(columns.slotOf.at(x));
         }
     }
+}
+
+// Calls `line` with the pixel of each inner cell boundary. Sub-pixel cells put a boundary
+// on every pixel they span, so those are visited once per pixel, not once per cell.
+template<typename Line>
+void forEachBoundary(int count, double size, const Line &line)
+{
+    if (size >= 1.0) {
+        for (int i = 1; i < count; ++i)
+            line(int(std::floor(i * size)));
+        return;
+    }
+    const int last = int(std::floor((count - 1.0) * size));
+    for (int x = 0; x <= last; ++x)
+        line(x);
 }
 
 // band: the device rows being painted; cells outside it are skipped.
@@ -285,13 +356,15 @@ void drawCells(QPainter &p, const GuideSettings &s, const Frame &f, const CellGr
         if (auto *device = dynamic_cast<QImage *>(p.device()))
             fillSmallCells(*device, s, f, g, band);
     }
-    for (int r = 0; r < rows && !tiny; ++r) {
-        const double y = s.inverseY ? f.height - (r + 1) * ch : r * ch;
+    for (int r : g.rowCells.visible) {
+        if (tiny)
+            break;
+        const double y = s.inverseY ? f.height - (r + 1.0) * ch : r * ch;
         const int top = int(std::floor(y));
         if (top + fillH < band.top() - 1 || top > band.bottom() + 1)
             continue;
-        for (int c = 0; c < columns; ++c) {
-            const double x = s.inverseX ? f.width - (c + 1) * cw : c * cw;
+        for (int c : g.columnCells.visible) {
+            const double x = s.inverseX ? f.width - (c + 1.0) * cw : c * cw;
             QRect cell(int(std::floor(x)), top, fillW, fillH);
             // Nothing is painted under the cells, so the outer cells reach the edges.
             const bool rightmost = s.inverseX ? c == 0 : c == columns - 1;
@@ -322,14 +395,8 @@ void drawCells(QPainter &p, const GuideSettings &s, const Frame &f, const CellGr
 
     if (s.displayCellBoundary) {
         const int lw = std::max(1, int(std::lround(f.unit)));
-        for (int c = 1; c < columns; ++c) {
-            const int x = int(std::floor(c * cw));
-            p.fillRect(QRect(x - lw / 2, 0, lw, f.height), light);
-        }
-        for (int r = 1; r < rows; ++r) {
-            const int y = int(std::floor(r * ch));
-            p.fillRect(QRect(0, y - lw / 2, f.width, lw), light);
-        }
+        forEachBoundary(columns, cw, [&](int x) { p.fillRect(QRect(x - lw / 2, 0, lw, f.height), light); });
+        forEachBoundary(rows, ch, [&](int y) { p.fillRect(QRect(0, y - lw / 2, f.width, lw), light); });
     }
 }
 
@@ -943,7 +1010,24 @@ QImage renderGuideImage(const GuideSettings &s)
     return renderGuideImage(s, 0);
 }
 
+namespace {
+QImage renderGuideImageOrThrow(const GuideSettings &s, int threads);
+} // namespace
+
 QImage renderGuideImage(const GuideSettings &s, int threads)
+{
+    // Out of memory anywhere in the render (the workers report it wrapped) is a failed
+    // render, never the end of the process.
+    try {
+        return renderGuideImageOrThrow(s, threads);
+    } catch (const std::exception &) {
+        return {};
+    }
+}
+
+namespace {
+
+QImage renderGuideImageOrThrow(const GuideSettings &s, int threads)
 {
     if (threads <= 0)
         threads = std::max(1, QThread::idealThreadCount());
@@ -1033,4 +1117,11 @@ QImage renderGuideImage(const GuideSettings &s, int threads)
 
     image.reinterpretAsFormat(QImage::Format_ARGB32);
     return image;
+}
+
+} // namespace
+
+QFont guideTextFont(double pixelSize)
+{
+    return guideFont(pixelSize);
 }

@@ -2,6 +2,7 @@
 
 #include "guide/GuideSettings.h"
 
+#include <QFont>
 #include <QImage>
 #include <QString>
 
@@ -12,6 +13,10 @@ QImage renderGuideImage(const GuideSettings &settings);
 // The same on at most `threads` threads (<= 0: the machine's cores); every count gives
 // the same pixels.
 QImage renderGuideImage(const GuideSettings &settings, int threads);
+
+// The face the guide texts are drawn in, at a pixel size; other drawings that must look
+// the same on every machine (the canvas) use it too.
+QFont guideTextFont(double pixelSize);
 
 // Cell label of zero-based row and column in the given "number_text_format".
 QString guideCellLabel(int numberTextFormat, int row, int column);

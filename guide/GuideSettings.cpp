@@ -343,9 +343,9 @@ void applyGuideStyleJson(const QJsonObject &style, GuideSettings *settings)
 namespace {
 int squareCount(int pixels, int squareWidth)
 {
-    const int p = std::max(pixels, 4);
-    const int w = std::max(squareWidth, 1);
-    return std::max(1, (p + w - 1) / w);
+    const qint64 p = std::max(pixels, 4);
+    const qint64 w = std::max(squareWidth, 1);
+    return int(std::max<qint64>(1, (p + w - 1) / w));
 }
 } // namespace
 
@@ -374,7 +374,8 @@ Rgb mix(const Rgb &a, const Rgb &b, double t)
 
 QColor guideStyleCellColor(int guidePattern, int c, int r, int columns, int rows)
 {
-    const bool odd = ((c + r) & 1) != 0;
+    // Parity without the sum, which overflows for indices near the integer limit.
+    const bool odd = ((c ^ r) & 1) != 0;
     if (clampGuidePattern(guidePattern) != GuidePatternDefault) {
         const int level = odd ? 154 : 42;
         return QColor(level, level, level);

@@ -1,6 +1,7 @@
 #include "guide/PngWriter.h"
 
-#include <QSaveFile>
+#include "common/AtomicFileWrite.h"
+
 #include <QThread>
 #include <QtConcurrent/QtConcurrentMap>
 
@@ -8,7 +9,10 @@
 #include <zlib.h>
 
 #include <algorithm>
+#include <exception>
 #include <functional>
+#include <memory>
+#include <new>
 #include <cstring>
 #include <vector>
 
@@ -75,60 +79,80 @@ void convertRow(const uchar *src, uchar *dst, int width, bool alpha)
 
 // Filters a band: a row equal to the one above becomes filter Up (all zeros, which
 // deflate collapses); any other row filter Sub, which flattens runs of one colour.
+// Rows are filtered a few at a time into a small buffer and deflated from there, so the band
+// never exists whole in filtered form: no large fresh buffer to clear and fault in.
 void encodeBand(const QImage &image, bool alpha, int level, Band *band)
 {
+    constexpr int kChunkRows = 16;
     const int width = image.width();
     const int bpp = alpha ? 4 : 3;
     const qsizetype stride = qsizetype(width) * bpp;
     const int rows = band->endRow - band->firstRow;
-    std::vector<uchar> filtered(size_t(rows) * size_t(stride + 1));
+    const size_t chunkBytes = size_t(kChunkRows) * size_t(stride + 1);
+    std::unique_ptr<uchar[]> chunk(new (std::nothrow) uchar[chunkBytes]);
+    if (!chunk)
+        return;
     std::vector<uchar> current(static_cast<size_t>(stride)), previous(static_cast<size_t>(stride));
     if (band->firstRow > 0)
         convertRow(image.constScanLine(band->firstRow - 1), previous.data(), width, alpha);
     const uchar *previousSource = band->firstRow > 0 ? image.constScanLine(band->firstRow - 1) : nullptr;
     const size_t sourceBytes = size_t(width) * 4;
-    uchar *out = filtered.data();
-    for (int y = band->firstRow; y < band->endRow; ++y) {
-        const uchar *source = image.constScanLine(y);
-        if (previousSource && std::memcmp(source, previousSource, sourceBytes) == 0) {
-            *out++ = 2; // Up
-            std::memset(out, 0, size_t(stride));
-        } else {
-            convertRow(source, current.data(), width, alpha);
-            *out++ = 1; // Sub
-            const uchar *c = current.data();
-            std::memcpy(out, c, size_t(bpp));
-            for (qsizetype i = bpp; i < stride; ++i)
-                out[i] = uchar(c[i] - c[i - bpp]);
-            std::swap(current, previous);
-        }
-        out += stride;
-        previousSource = source;
-    }
-    band->rawSize = qint64(filtered.size());
-    band->adler = quint32(libdeflate_adler32(1, filtered.data(), filtered.size()));
 
     z_stream zs{};
     if (deflateInit2(&zs, level, Z_DEFLATED, -15, 9, Z_DEFAULT_STRATEGY) != Z_OK)
         return;
-    band->compressed.resize(qsizetype(deflateBound(&zs, uLong(filtered.size())) + 16));
-    zs.next_in = filtered.data();
-    zs.avail_in = uInt(filtered.size());
+    band->rawSize = qint64(rows) * qint64(stride + 1);
+    band->compressed.resize(qsizetype(deflateBound(&zs, uLong(band->rawSize)) + 16));
     zs.next_out = reinterpret_cast<Bytef *>(band->compressed.data());
     zs.avail_out = uInt(band->compressed.size());
-    // Sync flush ends a band on a byte boundary with no final bit, so bands concatenate.
-    const int result = deflate(&zs, band->last ? Z_FINISH : Z_SYNC_FLUSH);
-    band->ok = band->last ? result == Z_STREAM_END : (result == Z_OK && zs.avail_in == 0);
+    quint32 adler = 1;
+    bool ok = true;
+    int y = band->firstRow;
+    while (ok && y < band->endRow) {
+        uchar *out = chunk.get();
+        const int chunkEnd = std::min(band->endRow, y + kChunkRows);
+        for (; y < chunkEnd; ++y) {
+            const uchar *source = image.constScanLine(y);
+            if (previousSource && std::memcmp(source, previousSource, sourceBytes) == 0) {
+                *out++ = 2; // Up
+                std::memset(out, 0, size_t(stride));
+            } else {
+                convertRow(source, current.data(), width, alpha);
+                *out++ = 1; // Sub
+                const uchar *c = current.data();
+                std::memcpy(out, c, size_t(bpp));
+                for (qsizetype i = bpp; i < stride; ++i)
+                    out[i] = uchar(c[i] - c[i - bpp]);
+                std::swap(current, previous);
+            }
+            out += stride;
+            previousSource = source;
+        }
+        const size_t filled = size_t(out - chunk.get());
+        adler = quint32(libdeflate_adler32(adler, chunk.get(), filled));
+        zs.next_in = chunk.get();
+        zs.avail_in = uInt(filled);
+        const bool final = y >= band->endRow;
+        // Sync flush ends a band on a byte boundary with no final bit, so bands concatenate.
+        const int result = deflate(&zs, final ? (band->last ? Z_FINISH : Z_SYNC_FLUSH) : Z_NO_FLUSH);
+        if (final)
+            ok = band->last ? result == Z_STREAM_END : (result == Z_OK && zs.avail_in == 0);
+        else
+            ok = result == Z_OK && zs.avail_in == 0;
+    }
+    band->adler = adler;
+    band->ok = ok && rows > 0;
     band->compressed.resize(qsizetype(zs.total_out));
     deflateEnd(&zs);
 }
 
 bool rowsHaveTransparency(const QImage &image, int firstRow, int endRow)
 {
+    const int width = image.width();
     for (int y = firstRow; y < endRow; ++y) {
         const quint32 *px = reinterpret_cast<const quint32 *>(image.constScanLine(y));
         quint32 all = 0xffffffffu;
-        for (int x = 0; x < image.width(); ++x)
+        for (int x = 0; x < width; ++x) // width held in a local, so the loop vectorises
             all &= px[x];
         if ((all >> 24) != 0xff)
             return true;
@@ -138,7 +162,23 @@ bool rowsHaveTransparency(const QImage &image, int firstRow, int endRow)
 
 } // namespace
 
+namespace {
+QByteArray encodePngOrThrow(const QImage &source, int threads);
+}
+
 QByteArray encodePng(const QImage &source, int threads)
+{
+    // The buffers grow with the image; running out of memory is an encoding failure.
+    try {
+        return encodePngOrThrow(source, threads);
+    } catch (const std::exception &) {
+        return {};
+    }
+}
+
+namespace {
+
+QByteArray encodePngOrThrow(const QImage &source, int threads)
 {
     if (source.isNull())
         return {};
@@ -223,6 +263,8 @@ QByteArray encodePng(const QImage &source, int threads)
     return out;
 }
 
+} // namespace
+
 bool writeGuidePng(const QImage &image, const QString &path, QString *error, int threads)
 {
     const QByteArray png = encodePng(image, threads);
@@ -231,16 +273,5 @@ bool writeGuidePng(const QImage &image, const QString &path, QString *error, int
             *error = QStringLiteral("The image could not be encoded as PNG.");
         return false;
     }
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
-        if (error)
-            *error = file.errorString();
-        return false;
-    }
-    if (file.write(png) != png.size() || !file.commit()) {
-        if (error)
-            *error = file.errorString();
-        return false;
-    }
-    return true;
+    return vg::writeFileReplacing(path, png, error);
 }

@@ -1,5 +1,7 @@
 #include "project/ProjectFile.h"
 
+#include "common/AtomicFileWrite.h"
+
 #include "common/JsonValueReaders.h"
 #include "common/SettingsContainer.h"
 #include "project/CanvasJson.h"
@@ -9,9 +11,9 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QSaveFile>
 
 #include <algorithm>
+#include <new>
 
 namespace {
 
@@ -114,23 +116,7 @@ bool saveProjectFile(const QString &path, const QList<GuideSettings> &guides, in
 {
     const QByteArray container = vg::encodeSettingsContainer(
         projectToJson(guides, activeGuide, activeView, views, canvasTabs, tabs, currentTab));
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
-        setError(error, file.errorString());
-        return false;
-    }
-    const qint64 written = file.write(container);
-    if (written != container.size()) {
-        const QString text = file.errorString();
-        file.cancelWriting();
-        setError(error, text);
-        return false;
-    }
-    if (!file.commit()) {
-        setError(error, file.errorString());
-        return false;
-    }
-    return true;
+    return vg::writeFileReplacing(path, container, error);
 }
 
 bool loadProjectData(const QByteArray &data, QList<GuideSettings> *guides, int *activeGuide, QString *error,
@@ -233,9 +219,7 @@ bool loadProjectData(const QByteArray &data, QList<GuideSettings> *guides, int *
     return true;
 }
 
-bool loadProjectFile(const QString &path, QList<GuideSettings> *guides, int *activeGuide, QString *error,
-                     Guide3DViewSettings *activeView, QList<Guide3DViewSettings> *views,
-                     QList<CanvasTabSettings> *canvasTabs, QList<ProjectTabEntry> *tabs, int *currentTab)
+bool readProjectBytes(const QString &path, QByteArray *data, QString *error)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
@@ -249,15 +233,37 @@ bool loadProjectFile(const QString &path, QList<GuideSettings> *guides, int *act
         setError(error, tooLargeError());
         return false;
     }
-    const QByteArray data = file.read(limit + 1);
-    if (data.size() > limit) {
-        setError(error, tooLargeError());
+    // In pieces, so the memory taken follows what the file holds, not the limit.
+    data->clear();
+    try {
+        QByteArray chunk;
+        while (!(chunk = file.read(qint64(1) << 20)).isEmpty()) {
+            if (data->size() + chunk.size() > limit) {
+                data->clear();
+                setError(error, tooLargeError());
+                return false;
+            }
+            data->append(chunk);
+        }
+    } catch (const std::bad_alloc &) {
+        data->clear();
+        setError(error, QStringLiteral("There is not enough memory to read the file."));
         return false;
     }
     if (file.error() != QFileDevice::NoError) {
         setError(error, file.errorString());
         return false;
     }
+    return true;
+}
+
+bool loadProjectFile(const QString &path, QList<GuideSettings> *guides, int *activeGuide, QString *error,
+                     Guide3DViewSettings *activeView, QList<Guide3DViewSettings> *views,
+                     QList<CanvasTabSettings> *canvasTabs, QList<ProjectTabEntry> *tabs, int *currentTab)
+{
+    QByteArray data;
+    if (!readProjectBytes(path, &data, error))
+        return false;
     return loadProjectData(data, guides, activeGuide, error, activeView, views, canvasTabs, tabs, currentTab);
 }
 

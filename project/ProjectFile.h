@@ -43,6 +43,10 @@ bool loadProjectFile(const QString &path, QList<GuideSettings> *guides, int *act
                      QList<CanvasTabSettings> *canvasTabs = nullptr,
                      QList<ProjectTabEntry> *tabs = nullptr, int *currentTab = nullptr);
 
+// Reads a project file's bytes with the size limit every loader applies (a device such
+// as /dev/zero or a pipe that never ends is refused, not read to exhaustion).
+bool readProjectBytes(const QString &path, QByteArray *data, QString *error);
+
 // The same reading from bytes already in memory (container or bare JSON).
 bool loadProjectData(const QByteArray &data, QList<GuideSettings> *guides, int *activeGuide,
                      QString *error = nullptr, Guide3DViewSettings *activeView = nullptr,

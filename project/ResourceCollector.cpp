@@ -20,6 +20,7 @@ void forEachPath(ProjectDocument *doc, const std::function<void(const QString &,
     const QString canvas = QCoreApplication::translate("ResourceCollector", "Canvas image object");
     const QString texture = QCoreApplication::translate("ResourceCollector", "Object texture");
     const QString projection = QCoreApplication::translate("ResourceCollector", "Projection image");
+    const QString mesh = QCoreApplication::translate("ResourceCollector", "Imported mesh");
 
     for (GuideSettings &guide : doc->guides) {
         visit(logo, guide.logoPath);
@@ -37,6 +38,9 @@ void forEachPath(ProjectDocument *doc, const std::function<void(const QString &,
     auto visitObject = [&](GuideObject &object) {
         visit(texture, object.texture_file_path);
         visit(projection, object.projector_image_file_path);
+        // OBJ and DXF objects keep their source file in obj_path and are re-read from it.
+        if (object.guide_index == KindObjMesh || object.guide_index == KindDxfMesh)
+            visit(mesh, object.obj_path);
     };
     auto visitView = [&](Guide3DViewSettings &view) {
         for (GuideObject &object : view.objects)

@@ -6,12 +6,13 @@
 #include <QStringList>
 
 // Gathers the files a project refers to (logos, layer images, canvas pictures, textures,
-// projector images) into one folder so the project can move to another machine.
+// projector images, imported OBJ and DXF files) into one folder so the project can move to another machine.
 namespace vg::resources {
 
 // One referenced file with the category the report names it by.
 struct ResourceReference {
-    QString category; // "Guide logo", "Guide image object", "Canvas image object", "Object texture", "Projection image"
+    QString category; // "Guide logo", "Guide image object", "Canvas image object", "Object texture", "Projection image",
+                      // "Imported mesh"
     QString path;
 };
 

@@ -118,7 +118,7 @@ struct GuideObject {
     int projector_resolution_width = 1920;
     int projector_resolution_height = 1200;
     bool show_projector_frustum = false;
-    int projector_image_guide_index = -1;        // scene index of the KindGuide object projected, -1 none
+    int projector_image_guide_index = -1;        // guide (project guide list index) projected, -1 none
     QString projector_spout_sender;
     QString projector_spout_adapter;
     QString projector_ndi_source;

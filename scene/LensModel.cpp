@@ -21,50 +21,20 @@ int atLeastOne(int value)
     return std::max(1, value);
 }
 
-struct FrameAtDepth {
-    double hw, hh, cx, cy;
-};
-
-FrameAtDepth frameAtDepth(const LensIntrinsics &lens, double depth)
+LensFrame frameAtDepth(const LensIntrinsics &lens, double depth)
 {
-    const double t = clampedThrowRatio(lens.throwRatio);
-    const double sx = lensShiftFraction(lens.lensShiftX);
-    const double sy = lensShiftFraction(lens.lensShiftY);
-    const double a = lensAspect(lens.width, lens.height);
-    FrameAtDepth f;
-    f.hw = depth / (2.0 * t);
-    f.hh = f.hw / a;
-    f.cx = 2.0 * f.hw * sx;
-    f.cy = -2.0 * f.hh * sy;   // a positive shift moves the image down
-    return f;
+    return lensFrameAtDepth(lensFrameConstants(lens), depth);
 }
 
-// The per-lens constants of the projection test, computed once.
-struct LensConstants {
-    double t, sx, sy, a;
-    bool flipU, flipV;
-    int width, height;
-};
-
-LensConstants lensConstants(const LensIntrinsics &lens)
-{
-    return {clampedThrowRatio(lens.throwRatio), lensShiftFraction(lens.lensShiftX), lensShiftFraction(lens.lensShiftY),
-            lensAspect(lens.width, lens.height), lens.flipH != lens.rotate180, lens.flipV != lens.rotate180,
-            atLeastOne(lens.width), atLeastOne(lens.height)};
-}
-
-LensProjection projectWithConstants(const LensConstants &k, const Eigen::Vector3d &q, double throwDistance)
+LensProjection projectWithConstants(const LensFrameConstants &k, const Eigen::Vector3d &q, double throwDistance)
 {
     LensProjection p;
     const double d = -q.z();
     p.depth = d;
     p.inDepthRange = d > 0.0001 && !(d > throwDistance);
-    const double hw = d / (2.0 * k.t);
-    const double hh = hw / k.a;
-    const double cx = 2.0 * hw * k.sx;
-    const double cy = -2.0 * hh * k.sy;
-    double u = (q.x() - (cx - hw)) / std::max(0.0001, 2.0 * hw);
-    double v = ((cy + hh) - q.y()) / std::max(0.0001, 2.0 * hh);
+    const LensFrame f = lensFrameAtDepth(k, d);
+    double u = (q.x() - (f.centerX - f.halfWidth)) / std::max(0.0001, 2.0 * f.halfWidth);
+    double v = ((f.centerY + f.halfHeight) - q.y()) / std::max(0.0001, 2.0 * f.halfHeight);
     if (k.flipU)
         u = 1.0 - u;
     if (k.flipV)
@@ -96,6 +66,83 @@ Eigen::Vector3d rayPlaneHit(const LensRay &ray, const Eigen::Vector3d &point, co
 }
 
 } // namespace
+
+LensFrameConstants lensFrameConstants(double throwRatio, double shiftXFraction, double shiftYFraction, double aspect)
+{
+    LensFrameConstants k;
+    k.throwRatio = clampedThrowRatio(throwRatio);
+    k.shiftX = std::clamp(finiteOr(shiftXFraction, 0.0), -1.0, 1.0);
+    k.shiftY = std::clamp(finiteOr(shiftYFraction, 0.0), -1.0, 1.0);
+    k.aspect = std::max(0.001, finiteOr(aspect, 1.0));
+    return k;
+}
+
+LensFrameConstants lensFrameConstants(const LensIntrinsics &lens)
+{
+    LensFrameConstants k = lensFrameConstants(lens.throwRatio, lensShiftFraction(lens.lensShiftX),
+                                              lensShiftFraction(lens.lensShiftY), lensAspect(lens.width, lens.height));
+    k.flipU = lens.flipH != lens.rotate180;
+    k.flipV = lens.flipV != lens.rotate180;
+    k.width = atLeastOne(lens.width);
+    k.height = atLeastOne(lens.height);
+    return k;
+}
+
+LensFrame lensFrameAtDepth(const LensFrameConstants &k, double depth)
+{
+    LensFrame f;
+    f.halfWidth = depth / (2.0 * k.throwRatio);
+    f.halfHeight = f.halfWidth / k.aspect;
+    f.centerX = 2.0 * f.halfWidth * k.shiftX;
+    f.centerY = -2.0 * f.halfHeight * k.shiftY; // a positive shift moves the image down
+    return f;
+}
+
+LensFrame lensFrameForViewport(const LensFrameConstants &k, double viewportAspect)
+{
+    LensFrame f = lensFrameAtDepth(k, 1.0);
+    const double aspect = std::max(0.001, finiteOr(viewportAspect, k.aspect));
+    if (aspect > k.aspect)
+        f.halfWidth = f.halfHeight * aspect;
+    else
+        f.halfHeight = f.halfWidth / aspect;
+    return f;
+}
+
+Eigen::Matrix4d lensFrustumMatrix(const LensFrame &unit, double n, double f)
+{
+    n = std::max(1e-6, n);
+    f = std::max(n + 1e-6, f);
+    const double hw = std::max(1e-12, unit.halfWidth), hh = std::max(1e-12, unit.halfHeight);
+    Eigen::Matrix4d p = Eigen::Matrix4d::Zero();
+    p(0, 0) = 1.0 / hw;
+    p(0, 2) = unit.centerX / hw;
+    p(1, 1) = 1.0 / hh;
+    p(1, 2) = unit.centerY / hh;
+    p(2, 2) = -(f + n) / (f - n);
+    p(2, 3) = -2.0 * f * n / (f - n);
+    p(3, 2) = -1.0;
+    return p;
+}
+
+void undoLensFlipsOnPixel(const LensIntrinsics &lens, double &px, double &py)
+{
+    const double w = atLeastOne(lens.width), h = atLeastOne(lens.height);
+    double u = px / w, v = py / h;
+    applyLensFlips(lens, u, v);
+    px = u * w;
+    py = v * h;
+}
+
+double throwRatioFromFocalPixels(double focalPixels, int width)
+{
+    return focalPixels / atLeastOne(width);
+}
+
+Eigen::Vector2d lensShiftPercentFromPrincipalPoint(const Eigen::Vector2d &principal, int width, int height)
+{
+    return {(0.5 - principal.x() / atLeastOne(width)) * 100.0, (0.5 - principal.y() / atLeastOne(height)) * 100.0};
+}
 
 double clampedThrowRatio(double throwRatio)
 {
@@ -138,17 +185,16 @@ LensPose lensPoseFromEuler(const Eigen::Vector3d &position, const Eigen::Vector3
 
 void applyLensFlips(const LensIntrinsics &lens, double &u, double &v)
 {
-    const bool flipU = lens.flipH != lens.rotate180;
-    const bool flipV = lens.flipV != lens.rotate180;
-    if (flipU)
+    const LensFrameConstants k = lensFrameConstants(lens);
+    if (k.flipU)
         u = 1.0 - u;
-    if (flipV)
+    if (k.flipV)
         v = 1.0 - v;
 }
 
 LensProjection projectLensFramePoint(const LensIntrinsics &lens, const Eigen::Vector3d &q, double throwDistance)
 {
-    return projectWithConstants(lensConstants(lens), q, throwDistance);
+    return projectWithConstants(lensFrameConstants(lens), q, throwDistance);
 }
 
 LensProjection projectWorldPoint(const LensIntrinsics &lens, const LensPose &pose, const Eigen::Vector3d &world,
@@ -160,8 +206,9 @@ LensProjection projectWorldPoint(const LensIntrinsics &lens, const LensPose &pos
 Eigen::Vector3d lensFarPoint(const LensIntrinsics &lens, double u, double v, double throwDistance)
 {
     applyLensFlips(lens, u, v);
-    const FrameAtDepth f = frameAtDepth(lens, throwDistance);
-    return {f.cx - f.hw + u * 2.0 * f.hw, f.cy + f.hh - v * 2.0 * f.hh, -throwDistance};
+    const LensFrame f = frameAtDepth(lens, throwDistance);
+    return {f.centerX - f.halfWidth + u * 2.0 * f.halfWidth, f.centerY + f.halfHeight - v * 2.0 * f.halfHeight,
+            -throwDistance};
 }
 
 LensRay lensRay(const LensIntrinsics &lens, const LensPose &pose, double u, double v, double throwDistance)
@@ -186,8 +233,8 @@ Eigen::Vector2d lensPrincipalPointPixels(const LensIntrinsics &lens)
 
 Eigen::Vector2d lensImageSizeAtDepth(const LensIntrinsics &lens, double depth)
 {
-    const FrameAtDepth f = frameAtDepth(lens, depth);
-    return {2.0 * f.hw, 2.0 * f.hh};
+    const LensFrame f = frameAtDepth(lens, depth);
+    return {2.0 * f.halfWidth, 2.0 * f.halfHeight};
 }
 
 double baseThrowDistance(const GuideObject &object)
@@ -369,13 +416,13 @@ int LensModel::height() const
 
 LensProjection LensModel::project(const Eigen::Vector3d &world) const
 {
-    const LensConstants k = lensConstants(m_lens);
+    const LensFrameConstants k = lensFrameConstants(m_lens);
     return projectWithConstants(k, m_pose.rotation.transpose() * (world - m_pose.position), m_throwDistance);
 }
 
 void LensModel::projectMany(const Eigen::Vector3d *world, size_t count, LensProjection *out) const
 {
-    const LensConstants k = lensConstants(m_lens);
+    const LensFrameConstants k = lensFrameConstants(m_lens);
     const Eigen::Matrix3d toLens = m_pose.rotation.transpose();
     for (size_t i = 0; i < count; ++i)
         out[i] = projectWithConstants(k, toLens * (world[i] - m_pose.position), m_throwDistance);
@@ -424,21 +471,7 @@ Eigen::Matrix4d LensModel::viewMatrix() const
 Eigen::Matrix4d LensModel::projectionMatrix(double n, double f) const
 {
     // x_ndc = 2T·x/d − 2sx, y_ndc = 2TA·y/d + 2sy with d = −z: the NDC of (u, v) before flips.
-    const double t = clampedThrowRatio(m_lens.throwRatio);
-    const double a = lensAspect(m_lens.width, m_lens.height);
-    const double sx = lensShiftFraction(m_lens.lensShiftX);
-    const double sy = lensShiftFraction(m_lens.lensShiftY);
-    n = std::max(1e-6, n);
-    f = std::max(n + 1e-6, f);
-    Eigen::Matrix4d p = Eigen::Matrix4d::Zero();
-    p(0, 0) = 2.0 * t;
-    p(0, 2) = 2.0 * sx;
-    p(1, 1) = 2.0 * t * a;
-    p(1, 2) = -2.0 * sy;
-    p(2, 2) = -(f + n) / (f - n);
-    p(2, 3) = -2.0 * f * n / (f - n);
-    p(3, 2) = -1.0;
-    return p;
+    return lensFrustumMatrix(lensFrameAtDepth(lensFrameConstants(m_lens), 1.0), n, f);
 }
 
 PixelFootprint LensModel::footprintAt(const Eigen::Vector3d &point, const Eigen::Vector3d &normal) const

@@ -54,6 +54,44 @@ struct LensRay {
     Eigen::Vector3d farPoint;     // on the far rectangle at depth D
 };
 
+// The per-lens constants every lens computation starts from, with the limits applied:
+// throw ratio 0.1..10, shifts as fractions -1..1, aspect at least 0.001. The shader's
+// uniforms are fed from these.
+struct LensFrameConstants {
+    double throwRatio = 1.0;
+    double shiftX = 0.0;
+    double shiftY = 0.0;
+    double aspect = 1.0;
+    bool flipU = false;          // flip H, inverted by rotate 180
+    bool flipV = false;          // flip V, inverted by rotate 180
+    int width = 1;
+    int height = 1;
+};
+LensFrameConstants lensFrameConstants(const LensIntrinsics &lens);
+// For callers holding the shifts as fractions and an aspect rather than a resolution.
+LensFrameConstants lensFrameConstants(double throwRatio, double shiftXFraction, double shiftYFraction, double aspect);
+
+// The image rectangle at a depth in the lens frame (before flips): half sizes and centre.
+struct LensFrame {
+    double halfWidth = 0.0;
+    double halfHeight = 0.0;
+    double centerX = 0.0;
+    double centerY = 0.0;
+};
+LensFrame lensFrameAtDepth(const LensFrameConstants &constants, double depth);
+// The frame at unit depth widened to a viewport's aspect, centred on the lens image,
+// so a view through the lens shows all of its image.
+LensFrame lensFrameForViewport(const LensFrameConstants &constants, double viewportAspect);
+// OpenGL frustum of a frame at unit depth, depth mapped over near..far.
+Eigen::Matrix4d lensFrustumMatrix(const LensFrame &unitDepthFrame, double nearPlane, double farPlane);
+
+// A pixel of the projector's real (flipped) image to the same pixel before the flips, and
+// back: the flips are their own inverse.
+void undoLensFlipsOnPixel(const LensIntrinsics &lens, double &px, double &py);
+// The pinhole values back to the record's: throw ratio and lens shift in percent.
+double throwRatioFromFocalPixels(double focalPixels, int width);
+Eigen::Vector2d lensShiftPercentFromPrincipalPoint(const Eigen::Vector2d &principal, int width, int height);
+
 // Limits applied where the fields are used.
 double clampedThrowRatio(double throwRatio);
 double lensShiftFraction(double percent);      // percent / 100 clamped to -1..1

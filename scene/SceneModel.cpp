@@ -466,8 +466,7 @@ int SceneModel::addImportedMesh(const QString &name, int kind, std::shared_ptr<c
     GuideObject o = defaultObject(kind == KindDxfMesh ? KindDxfMesh : KindObjMesh);
     o.name = name;
     o.imported_mesh = std::move(mesh);
-    if (o.guide_index == KindObjMesh)
-        o.obj_path = path;
+    o.obj_path = path; // OBJ and DXF objects alike are re-read from their file
     auto safe = [](float v) { return std::isfinite(v) ? std::max(v, 0.001f) : 0.001f; };
     o.scale_x = safe(halfX);
     o.scale_y = safe(halfY);
@@ -517,7 +516,6 @@ int SceneModel::removeObjects(QList<int> indices)
         const int removed = *it;
         m_objects.removeAt(removed);
         for (GuideObject &o : m_objects) {
-            o.projector_image_guide_index = indexAfterRemoval(o.projector_image_guide_index, removed);
             for (GuideProjectorCalibrationMatch &m : o.projector_calibration.matches)
                 m.target_index = indexAfterRemoval(m.target_index, removed);
         }

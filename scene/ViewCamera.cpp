@@ -1,5 +1,7 @@
 #include "scene/ViewCamera.h"
 
+#include "scene/LensModel.h"
+
 #include <QtMath>
 
 #include <algorithm>
@@ -123,22 +125,14 @@ QMatrix4x4 ViewCamera::projectionMatrix(double aspect) const
         return projection;
     }
     if (m_mode == ViewCameraMode::ProjectorView) {
-        const double t = std::clamp(m_lens.throwRatio, 0.1, 10.0);
-        const double sx = std::clamp(m_lens.lensShiftX, -1.0, 1.0);
-        const double sy = std::clamp(m_lens.lensShiftY, -1.0, 1.0);
-        const double a = std::max(0.001, m_lens.aspect);
         // The lens image at unit depth; the viewport shows all of it, centred.
-        double hw = 1.0 / (2.0 * t);
-        double hh = hw / a;
-        const double cx = 2.0 * hw * sx;
-        const double cy = -2.0 * hh * sy;
-        if (aspect > a)
-            hw = hh * aspect;
-        else
-            hh = hw / aspect;
-        projection.frustum(float((cx - hw) * nearPlane), float((cx + hw) * nearPlane),
-                           float((cy - hh) * nearPlane), float((cy + hh) * nearPlane), float(nearPlane),
-                           float(farPlane));
+        const vg::scene::LensFrame frame = vg::scene::lensFrameForViewport(
+            vg::scene::lensFrameConstants(m_lens.throwRatio, m_lens.lensShiftX, m_lens.lensShiftY, m_lens.aspect), aspect);
+        const Eigen::Matrix4d m = vg::scene::lensFrustumMatrix(frame, nearPlane, farPlane);
+        for (int r = 0; r < 4; ++r) {
+            for (int c = 0; c < 4; ++c)
+                projection(r, c) = float(m(r, c));
+        }
         return projection;
     }
     projection.perspective(float(kVerticalFieldOfViewDegrees), float(aspect), float(nearPlane), float(farPlane));

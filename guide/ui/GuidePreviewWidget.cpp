@@ -12,6 +12,7 @@
 #include <QtMath>
 
 #include <algorithm>
+#include <exception>
 #include <cmath>
 
 namespace {
@@ -116,9 +117,21 @@ GuidePreviewWidget::RenderResult GuidePreviewWidget::runJob(quint64 generation, 
 {
     RenderResult result;
     result.generation = generation;
-    result.image = job();
-    if (result.image.isNull())
-        return result;
+    try {
+        result.image = job();
+        if (!result.image.isNull())
+            buildLevels(&result);
+    } catch (const std::exception &) {
+        // Out of memory: the preview keeps its last picture instead of ending the program.
+        result.image = QImage();
+        result.levels.clear();
+    }
+    return result;
+}
+
+void GuidePreviewWidget::buildLevels(RenderResult *out)
+{
+    RenderResult &result = *out;
     QImage level = result.image.format() == QImage::Format_ARGB32
         ? result.image.convertToFormat(QImage::Format_ARGB32_Premultiplied)
         : result.image;
@@ -128,7 +141,6 @@ GuidePreviewWidget::RenderResult GuidePreviewWidget::runJob(quint64 generation, 
                              Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
         result.levels.append(level);
     }
-    return result;
 }
 
 void GuidePreviewWidget::onJobFinished()

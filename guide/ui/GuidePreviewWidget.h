@@ -94,6 +94,7 @@ private:
     void startJob(quint64 generation, RenderJob job);
     void onJobFinished();
     static RenderResult runJob(quint64 generation, const RenderJob &job);
+    static void buildLevels(RenderResult *result);
     double fitZoom() const;
     void clampView();
     QPolygonF layerPolygon(int index) const; // in widget coordinates

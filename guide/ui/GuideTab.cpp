@@ -1,5 +1,8 @@
 #include "guide/ui/GuideTab.h"
 
+#include "exchange/ExporterTable.h"
+#include "exchange/GuideMeshExport.h"
+
 #include "guide/GuideRenderer.h"
 #include "guide/PngWriter.h"
 #include "guide/ProjectorLayout.h"
@@ -494,14 +497,18 @@ QWidget *GuideTab::buildPreviewBar()
     m_saveAsDefault->setToolTip(tr("Use this guide's style for new guides"));
     m_exportPng = new QPushButton(tr("Export PNG"));
     m_exportPng->setObjectName(QStringLiteral("vantreoGuideExportPng"));
+    m_exportMesh = new QPushButton(QCoreApplication::translate("Exporters", "Export Guide Mesh (OBJ + MEL)..."));
+    m_exportMesh->setObjectName(QStringLiteral("vantreoGuideExportMesh"));
     row->addWidget(m_saveAsDefault);
     row->addWidget(m_exportPng);
+    row->addWidget(m_exportMesh);
 
     connect(fit, &QToolButton::clicked, m_preview, &GuidePreviewWidget::fitToView);
     connect(actual, &QToolButton::clicked, m_preview, [this] { m_preview->setZoom(1.0); });
     connect(zoomOut, &QToolButton::clicked, m_preview, &GuidePreviewWidget::zoomOut);
     connect(zoomIn, &QToolButton::clicked, m_preview, &GuidePreviewWidget::zoomIn);
     connect(m_exportPng, &QPushButton::clicked, this, &GuideTab::exportPngInteractive);
+    connect(m_exportMesh, &QPushButton::clicked, this, [this] { exportGuideMeshInteractive(); });
     connect(m_saveAsDefault, &QPushButton::clicked, this, &GuideTab::saveStyleAsDefault);
     return bar;
 }
@@ -1014,6 +1021,42 @@ void GuideTab::exportPngInteractive()
         return;
     }
     m_zoomLabel->setToolTip(tr("Exported %1").arg(QDir::toNativeSeparators(path)));
+}
+
+QStringList GuideTab::exportGuideMesh(const QString &base, QString *error) const
+{
+    // Drawn again at full size: the preview's image may lag the settings.
+    QStringList written;
+    if (!vg::exchange::writeGuideMesh(m_settings, renderGuideImage(m_settings), property("fallbackTabTitle").toString(),
+                                      base, &written, error))
+        return {};
+    return written;
+}
+
+QStringList GuideTab::exportGuideMeshInteractive(const std::function<QString(const QString &)> &chooseBase)
+{
+    const vg::exchange::ExporterEntry *entry = vg::exchange::findExporter(QStringLiteral("guide-mesh"));
+    QSettings settings;
+    const QString dir = settings.value(entry->directoryKey).toString();
+    QString title = entry->displayMenuText();
+    while (title.endsWith(QLatin1Char('.')))
+        title.chop(1);
+    const QString suggested = QDir(dir).filePath(entry->defaultBaseName + QStringLiteral(".obj"));
+    const QString path = chooseBase ? chooseBase(suggested)
+                                    : QFileDialog::getSaveFileName(this, title, suggested, entry->fileFilter());
+    if (path.isEmpty())
+        return {};
+    settings.setValue(entry->directoryKey, QFileInfo(path).absolutePath());
+    QString error;
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    const QStringList written = exportGuideMesh(path, &error);
+    QApplication::restoreOverrideCursor();
+    if (written.isEmpty()) {
+        QMessageBox::warning(this, tr("Export failed"), error);
+        return {};
+    }
+    m_zoomLabel->setToolTip(tr("Exported %1").arg(QDir::toNativeSeparators(written.first())));
+    return written;
 }
 
 void GuideTab::saveStyleAsDefault()

@@ -3,7 +3,10 @@
 #include "guide/GuideSettings.h"
 
 #include <QImage>
+#include <QStringList>
 #include <QWidget>
+
+#include <functional>
 
 class GuidePreviewWidget;
 class LayerListWidget;
@@ -45,6 +48,12 @@ public:
 
     // Renders at full size and writes a PNG with the fast writer.
     bool exportPng(const QString &path, QString *error) const;
+    // The guide as a textured mesh with its Maya helper (base.obj, .mtl, _maya_surface.mel
+    // and the picture), named after the tab's title. Returns the files written.
+    QStringList exportGuideMesh(const QString &base, QString *error) const;
+    // Asks for the base name (or takes it from chooseBase, for tests) and exports; a failure
+    // shows in a box titled "Export failed".
+    QStringList exportGuideMeshInteractive(const std::function<QString(const QString &suggested)> &chooseBase = {});
     // A file name that describes the guide, e.g. "Guide 1_3840x2160.png".
     QString suggestedFileName() const;
     // "<title>_<width>x<height>.png" with characters that files cannot carry replaced.
@@ -176,5 +185,6 @@ private:
     QPushButton *m_applyProjectorLayout = nullptr;
     // Actions
     QPushButton *m_exportPng = nullptr;
+    QPushButton *m_exportMesh = nullptr;
     QPushButton *m_saveAsDefault = nullptr;
 };

@@ -154,11 +154,7 @@ bool renderSceneViewImage(const Guide3DViewSettings &view, const QList<GuideSett
     QSet<int> used;
     for (const GuideObject &object : view.objects) {
         used.insert(object.texture_guide_index);
-        const int ref = object.projector_image_guide_index;
-        if (ref >= 0 && ref < view.objects.size() && view.objects.at(ref).guide_index == KindGuide)
-            used.insert(view.objects.at(ref).texture_guide_index);
-        else
-            used.insert(ref);
+        used.insert(object.projector_image_guide_index);
     }
     QVector<QImage> guideImages(guides.size());
     for (int i = 0; i < guides.size(); ++i)

@@ -47,7 +47,8 @@ struct ProjectionConstants {
     SceneGpuVector shadowData;         // x = world bias, y = shadows on, z = map size, w = filter radius
     SceneGpuVector footprintData;      // x = heat map, y = grid, z = grid step, w = metric
     SceneGpuVector footprintRangeData; // x = min, y = max, z = heat map opacity
+    SceneGpuVector lensData;           // u = x·x/d + y, v = z·y/d + w (lens frame, flips in)
 };
-static_assert(sizeof(ProjectionConstants) == 5 * 64 + 8 * 16);
+static_assert(sizeof(ProjectionConstants) == 5 * 64 + 9 * 16);
 
 enum SceneUniformBinding { SceneConstantsBinding = 0, ProjectionConstantsBinding = 1 };

@@ -4,6 +4,8 @@
 
 #include <QTimer>
 
+#include <algorithm>
+
 SceneFramePacer::SceneFramePacer(QObject *parent)
     : QObject(parent)
 {
@@ -59,4 +61,27 @@ void SceneFramePacer::afterPresent()
 void SceneFramePacer::endFrame()
 {
     SceneTimingLog::instance().event("render_end", m_serial);
+}
+
+void SceneFrameRate::frameStarted()
+{
+    if (!m_clock.isValid())
+        m_clock.start();
+    frameStartedAt(m_clock.nsecsElapsed() / 1.0e6);
+}
+
+void SceneFrameRate::frameStartedAt(double milliseconds)
+{
+    constexpr double kLongestMs = 1000.0;
+    constexpr double kSmoothing = 0.2; // weight of the newest interval
+    if (m_lastMs >= 0.0) {
+        const double interval = std::clamp(milliseconds - m_lastMs, 0.0, kLongestMs);
+        m_intervalMs = m_intervalMs > 0.0 ? m_intervalMs + kSmoothing * (interval - m_intervalMs) : interval;
+    }
+    m_lastMs = milliseconds;
+}
+
+double SceneFrameRate::framesPerSecond() const
+{
+    return m_intervalMs > 0.0 ? 1000.0 / m_intervalMs : 0.0;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QObject>
 
 // The view's repaint queue of one: a request while a frame is pending is dropped, and the
@@ -39,4 +40,21 @@ private:
     bool m_hidden = false;
     bool m_pending = false;
     quint64 m_serial = 0;
+};
+
+// The rate frames are drawn at, for "FPS: %1": the interval between frame starts, smoothed
+// over the last several frames. A pause is counted as at most one second, so the rate after
+// idling reads low rather than stale.
+class SceneFrameRate
+{
+public:
+    void frameStarted();
+    // The same with the time given, in milliseconds of any steady clock.
+    void frameStartedAt(double milliseconds);
+    double framesPerSecond() const;
+
+private:
+    QElapsedTimer m_clock;
+    double m_lastMs = -1.0;
+    double m_intervalMs = 0.0;
 };

@@ -24,6 +24,7 @@ struct SceneRenderSettings {
     bool showLabels = true;                // dimensions, projector names and info texts
     bool showFps = false;
     double framesPerSecond = 0.0;          // shown as "FPS: %1"
+    Qt::Corner fpsCorner = Qt::TopLeftCorner;
     QVector<int> selection;                // outlined objects
     int hiddenObjectIndex = -1;            // not drawn (the projector looked through)
     QColor backgroundColor = QColor(46, 49, 54);
@@ -54,6 +55,7 @@ struct SceneFrameStats {
     int heatmapsDrawn = 0;
     int labelsDrawn = 0;
     int meshUploads = 0;
+    int shadowMapsResident = 0; // depth maps kept between frames
     // Milliseconds per pass, filled when SceneRenderSettings::measurePasses is on.
     double geometryMs = 0, shadowMapMs = 0, accumulationMs = 0, compositeMs = 0, footprintMetricMs = 0,
            heatmapMs = 0, linesMs = 0, outlineMs = 0, labelsMs = 0;
@@ -88,6 +90,14 @@ public:
     // are also found by comparing each object with the copy last uploaded.
     void invalidateObject(int index);
     void invalidateAll();
+
+    // Shadow and footprint maps are kept per projector and drawn again only when the
+    // projector, its source or what lies in its frustum changes. Off: every frame draws them
+    // all (the pictures are the same either way).
+    void setCachingEnabled(bool on);
+    // How many projectors keep a shadow map of their own (1024² depth, 4 MB each); the others
+    // share one map drawn right before their light.
+    void setResidentShadowMapLimit(int maps);
 
     // Draws the frame into `targetFramebuffer` (0: the default framebuffer) of `size` device
     // pixels, replacing its contents.

@@ -30,37 +30,24 @@ layout(std140, row_major) uniform ProjectionConstants {
     vec4 shadowData;
     vec4 footprintData;
     vec4 footprintRangeData;
+    vec4 lensData;
 };
 )";
 
-// The lens model: world point to projector (u, v) and its inverse, exactly as the CPU model.
+// The lens: the CPU lens model hands over (u, v) as linear in the lens-frame point over its
+// depth, u = kx·x/d + cu and v = ky·y/d + cv, flips included (lensData = kx, cu, ky, cv).
 const char *const kLensFunctions = R"(
 vec3 lensPoint() { return vec3(projectorData2.z, projectorData2.w, projectorData3.x); }
-float throwRatio() { return clamp(projectorData0.w, 0.1, 10.0); }
-float lensAspect() { return max(0.001, projectorData1.y); }
-vec2 lensShift() { return clamp(projectorData1.zw, vec2(-1.0), vec2(1.0)); }
-bvec2 lensFlips() {
-    bool flipU = projectorData3.z > 0.5;
-    bool flipV = projectorData3.w > 0.5;
-    if (projectorData4.x > 0.5) { flipU = !flipU; flipV = !flipV; }
-    return bvec2(flipU, flipV);
-}
 vec3 worldToLens(vec3 world) {
     return (projectorInverseWorld * vec4(world, 1.0)).xyz - lensPoint();
 }
-// Unclipped (u, v) of a lens-frame point at depth d = -q.z > 0.
+// (u, v) times the depth d = -q.z of a lens-frame point: linear in q.
+vec2 lensToUvTimesDepth(vec3 q, float d) {
+    return vec2(lensData.x * q.x, lensData.z * q.y) + lensData.yw * d;
+}
+// Unclipped (u, v) of a lens-frame point at depth d > 0.
 vec2 lensToUv(vec3 q, float d) {
-    float hw = d / (2.0 * throwRatio());
-    float hh = hw / lensAspect();
-    vec2 shift = lensShift();
-    float cx = 2.0 * hw * shift.x;
-    float cy = -2.0 * hh * shift.y;
-    float u = (q.x - (cx - hw)) / max(0.0001, 2.0 * hw);
-    float v = ((cy + hh) - q.y) / max(0.0001, 2.0 * hh);
-    bvec2 flips = lensFlips();
-    if (flips.x) u = 1.0 - u;
-    if (flips.y) v = 1.0 - v;
-    return vec2(u, v);
+    return lensToUvTimesDepth(q, d) / d;
 }
 // The projection test: false when the point does not receive the image.
 bool projectWorldPoint(vec3 world, out vec2 uv, out float depth) {
@@ -74,16 +61,8 @@ bool projectWorldPoint(vec3 world, out vec2 uv, out float depth) {
 }
 // The far point of the ray through (u, v), in the lens frame.
 vec3 lensRayFarPoint(vec2 uv) {
-    bvec2 flips = lensFlips();
-    if (flips.x) uv.x = 1.0 - uv.x;
-    if (flips.y) uv.y = 1.0 - uv.y;
     float D = projectorData2.x;
-    float hwD = D / (2.0 * throwRatio());
-    float hhD = hwD / lensAspect();
-    vec2 shift = lensShift();
-    float cxD = 2.0 * hwD * shift.x;
-    float cyD = -2.0 * hhD * shift.y;
-    return vec3(cxD - hwD + uv.x * 2.0 * hwD, cyD + hhD - uv.y * 2.0 * hhD, -D);
+    return vec3((uv.x - lensData.y) * D / lensData.x, (uv.y - lensData.w) * D / lensData.z, -D);
 }
 )";
 
@@ -454,14 +433,9 @@ void main() {
     float d = -q.z;
     // (u, v) times depth is linear in q, so the homogeneous position below rasterises the
     // surface exactly in projector pixels and clips it at the lens plane.
-    float T = throwRatio();
-    float A = lensAspect();
-    vec2 shift = lensShift();
-    float ud = q.x * T + d * (0.5 - shift.x);
-    float vd = d * (0.5 - shift.y) - q.y * T * A;
-    bvec2 flips = lensFlips();
-    if (flips.x) ud = d - ud;
-    if (flips.y) vd = d - vd;
+    vec2 uvd = lensToUvTimesDepth(q, d);
+    float ud = uvd.x;
+    float vd = uvd.y;
     float depth01 = clamp(d / max(0.0001, projectorData2.x), 0.0, 1.0);
     // Texel rows follow v (GL rows start at the bottom, so v maps to y = 2v - 1).
     gl_Position = vec4(2.0 * ud - d, 2.0 * vd - d, (2.0 * depth01 - 1.0) * d, d);

@@ -21,7 +21,7 @@ QFont labelFont(int pixelSize, bool bold)
     return font;
 }
 
-// A rounded dark plate with the text on it; straight alpha so GL blends it as it is.
+// A rounded plate with an outline and the text on it; straight alpha so GL blends it as it is.
 QImage labelImage(const QString &text, int pixelSize, const QColor &textColor, const QColor &plateColor, bool bold)
 {
     const QFont font = labelFont(pixelSize, bold);
@@ -44,6 +44,10 @@ QImage labelImage(const QString &text, int pixelSize, const QColor &textColor, c
         QPainterPath plate;
         plate.addRoundedRect(QRectF(0.5, 0.5, width - 1.0, height - 1.0), padY + 1.0, padY + 1.0);
         painter.fillPath(plate, plateColor);
+        // A rim in the text's colour keeps the plate apart from a surface of its own shade.
+        QColor rim = textColor;
+        rim.setAlpha(110);
+        painter.strokePath(plate, QPen(rim, 1.0));
     }
     painter.setFont(font);
     painter.setPen(textColor);

@@ -595,8 +595,15 @@ void ScenePropertyPanel::buildProjector()
     addColor(form, tr("Colour"), &GuideObject::projector_default_color);
 
     QFormLayout *source = addGroup(tr("Projected Image"));
-    addIndexedChoice(source, tr("Guide object"), &GuideObject::projector_image_guide_index, m_guideObjects,
-                     tr("Object %1 (not a guide)"));
+    // One source list: every guide tab by its title, then every Guide object (standing for
+    // the guide it shows); the index stored is always the guide's.
+    QList<QPair<int, QString>> sources;
+    for (int i = 0; i < m_guideNames.size(); ++i)
+        sources.append({i, m_guideNames.at(i)});
+    for (const auto &object : std::as_const(m_guideObjects))
+        sources.append({object.first, tr("Guide object: %1").arg(object.second)});
+    addIndexedChoice(source, tr("Guide"), &GuideObject::projector_image_guide_index, sources,
+                     tr("Guide %1 (missing)"));
     addFile(source, tr("Image file"), &GuideObject::projector_image_file_path,
             tr("Images and movies (*.png *.jpg *.jpeg *.bmp *.tif *.tiff *.webp *.mp4 *.mov *.avi *.mkv);;All files (*)"));
 }

@@ -1,5 +1,7 @@
 #include "scene/ui/SceneWidget.h"
 
+#include "exchange/MeshImport.h"
+
 #include "scene/LensModel.h"
 #include "scene/MeshBuilders.h"
 #include "scene/SceneRaycast.h"
@@ -7,8 +9,11 @@
 #include "scene/Transform.h"
 #include "scene/gl/SceneFramePacer.h"
 #include "scene/gl/OffscreenGlContext.h"
+#include "scene/gl/OffscreenSceneRender.h"
 #include "scene/gl/SceneRenderer.h"
 #include "scene/ui/SceneClipboard.h"
+#include "scene/ui/SceneKeyMap.h"
+#include "scene/ui/SceneTools.h"
 #include "scene/ui/SceneTexts.h"
 
 #include <QApplication>
@@ -30,38 +35,6 @@
 using namespace vg::scene;
 
 namespace {
-
-QQuaternion objectRotationQuaternion(const GuideObject &object)
-{
-    const Eigen::Matrix3d r = objectRotation(object);
-    QMatrix3x3 m;
-    for (int row = 0; row < 3; ++row)
-        for (int column = 0; column < 3; ++column)
-            m(row, column) = float(r(row, column));
-    return QQuaternion::fromRotationMatrix(m);
-}
-
-Eigen::Matrix3d toEigenRotation(const QQuaternion &q)
-{
-    const QMatrix3x3 m = q.toRotationMatrix();
-    Eigen::Matrix3d r;
-    for (int row = 0; row < 3; ++row)
-        for (int column = 0; column < 3; ++column)
-            r(row, column) = m(row, column);
-    return r;
-}
-
-QVector3D objectPosition(const GuideObject &object)
-{
-    return {object.translate_x, object.translate_y, object.translate_z};
-}
-
-void setObjectPosition(GuideObject &object, const QVector3D &p)
-{
-    object.translate_x = p.x();
-    object.translate_y = p.y();
-    object.translate_z = p.z();
-}
 
 const QColor kAxisColors[3] = {QColor(235, 64, 52), QColor(90, 200, 60), QColor(50, 120, 240)};
 const QColor kHoverColor(255, 220, 40);
@@ -110,6 +83,10 @@ SceneWidget::SceneWidget(QWidget *parent)
     // Bursts of edits and camera moves queue one frame, drawn when the event loop is free.
     m_framePacer = new SceneFramePacer(this);
     connect(m_framePacer, &SceneFramePacer::frameDue, this, [this] { update(); });
+    m_navigateTool = std::make_unique<SceneNavigateTool>(*this);
+    m_gizmoTool = std::make_unique<SceneGizmoTool>(*this);
+    m_selectTool = std::make_unique<SceneSelectTool>(*this, *m_gizmoTool);
+    m_curveTool = std::make_unique<SceneCurveTool>(*this);
 }
 
 SceneWidget::~SceneWidget()
@@ -160,8 +137,6 @@ void SceneWidget::onModelChanged()
     m_seenSelection = m_model.selectedIndices();
     m_seenCurrent = m_model.selectedIndex();
     if (objectsChanged) {
-        if (m_curveIndex >= objectCount())
-            m_curveIndex = std::min(m_curveIndex, objectCount());
         updateLensView();
     }
     requestRepaint();
@@ -252,8 +227,10 @@ Guide3DViewSettings SceneWidget::viewSettings() const
     s.target_z = m_camera.target().z();
     s.camera_views = m_cameraViews;
     s.objects = objects();
-    s.projector_camera_view_object_index =
-        (m_projectorViewIndex >= 0 && m_projectorViewIndex < objectCount()) ? m_projectorViewIndex : -1;
+    // The lens last looked through is kept while the view is elsewhere, so that going
+    // back to projector view after a load finds it again.
+    const int lens = m_projectorViewIndex >= 0 ? m_projectorViewIndex : m_extraSettings.projector_camera_view_object_index;
+    s.projector_camera_view_object_index = (lens >= 0 && lens < objectCount()) ? lens : -1;
     return s;
 }
 
@@ -348,6 +325,7 @@ bool SceneWidget::lookThrough(int index)
     if (index < 0 || index >= objectCount() || !objects().at(index).hasLens())
         return false;
     m_projectorViewIndex = index;
+    m_extraSettings.projector_camera_view_object_index = index;
     updateLensView();
     Q_EMIT viewStateChanged();
     requestRepaint();
@@ -364,16 +342,8 @@ void SceneWidget::updateLensView()
             m_camera.setMode(ViewCameraMode::Perspective);
         return;
     }
-    const GuideObject &object = objects().at(m_projectorViewIndex);
-    const LensIntrinsics lens = lensIntrinsicsOf(object);
-    ViewCameraLens viewLens;
-    viewLens.lensToWorld = objectWorldMatrix(object);
-    viewLens.throwRatio = clampedThrowRatio(lens.throwRatio);
-    viewLens.lensShiftX = lensShiftFraction(lens.lensShiftX);
-    viewLens.lensShiftY = lensShiftFraction(lens.lensShiftY);
-    viewLens.aspect = lensAspect(lens.width, lens.height);
-    viewLens.farDistance = throwDistanceFor(objects(), m_projectorViewIndex);
-    m_camera.setProjectorView(viewLens);
+    // The same lens-to-view set-up as off-screen renders: one place takes it from the lens model.
+    setCameraToObjectView(m_camera, objects(), m_projectorViewIndex);
 }
 
 QString SceneWidget::viewName() const
@@ -404,7 +374,7 @@ void SceneWidget::frameSelection()
         QVector3D low(1e30f, 1e30f, 1e30f), high(-1e30f, -1e30f, -1e30f);
         for (int index : std::as_const(indices)) {
             const GuideObject &object = objects().at(index);
-            const QVector3D centre = objectPosition(object);
+            const QVector3D centre = sceneObjectPosition(object);
             const float r = float(std::max(0.05, boundingRadius(object)));
             low = QVector3D(std::min(low.x(), centre.x() - r), std::min(low.y(), centre.y() - r),
                             std::min(low.z(), centre.z() - r));
@@ -533,13 +503,9 @@ int SceneWidget::pasteFromClipboard()
         setStatus(SceneTexts::nothingCopiedMessage());
         return 0;
     }
-    // A projector's guide binding is a scene index of the source view: it is kept only
-    // where this view has a guide object at that index too.
-    for (GuideObject &object : incoming) {
-        const int ref = object.projector_image_guide_index;
-        if (ref >= 0 && (ref >= objectCount() || objects().at(ref).guide_index != KindGuide))
-            object.projector_image_guide_index = -1;
-    }
+    // Guide bindings name the project's guides, the same from every view: they paste as
+    // they are. Imported meshes travel as their file path.
+    vg::exchange::loadImportedGeometry(incoming);
     const int pasted = appendObjects(incoming);
     setStatus(SceneTexts::pastedMessage(pasted));
     return pasted;
@@ -622,18 +588,17 @@ int SceneWidget::deleteSelection(bool confirm)
 void SceneWidget::beginCurveDrawing()
 {
     cancelDrag();
-    m_curveIndex = objectCount(); // the curve is created with its first point
-    setStatus(SceneTexts::curveDrawingStatus(), 0);
-    setCursor(Qt::CrossCursor);
+    m_curveTool->begin();
 }
 
 void SceneWidget::endCurveDrawing()
 {
-    if (m_curveIndex < 0)
-        return;
-    m_curveIndex = -1;
-    unsetCursor();
-    setStatus(QString(), 0);
+    m_curveTool->end();
+}
+
+bool SceneWidget::isDrawingCurve() const
+{
+    return m_curveTool->isDrawing();
 }
 
 bool SceneWidget::groundPoint(const QPointF &pixel, QVector3D *point) const
@@ -649,34 +614,30 @@ bool SceneWidget::groundPoint(const QPointF &pixel, QVector3D *point) const
     return true;
 }
 
-void SceneWidget::addCurvePoint(const QPointF &pixel)
-{
-    QVector3D hit;
-    if (!groundPoint(pixel, &hit))
-        return;
-    if (m_snap)
-        hit = QVector3D(SceneGizmo::snapped(hit.x(), SceneGizmo::kMoveSnapMetres), 0.0f,
-                        SceneGizmo::snapped(hit.z(), SceneGizmo::kMoveSnapMetres));
-    GuideCurvePoint point;
-    point.anchor_x = hit.x();
-    point.anchor_z = hit.z();
-    point.in_handle_x = point.out_handle_x = hit.x();
-    point.in_handle_z = point.out_handle_z = hit.z();
-
-    if (m_curveIndex >= objectCount() || m_curveIndex < 0 || objects().at(m_curveIndex).guide_index != KindCurve) {
-        m_curveIndex = m_model.addCurve(QString(), {point}, false);
-        return;
-    }
-    GuideObject curve = objects().at(m_curveIndex);
-    curve.curve_points.append(point);
-    applyObjectEdit(m_curveIndex, curve);
-}
-
 void SceneWidget::setGuideImages(const QVector<QImage> &images)
 {
     m_guideImages = images;
     m_guideImagesDirty = true;
     requestRepaint();
+}
+
+void SceneWidget::setLoading(bool loading)
+{
+    if (m_framePacer->isLoading() == loading)
+        return;
+    m_framePacer->setLoading(loading);
+    if (!loading)
+        requestRepaint();
+}
+
+bool SceneWidget::isLoading() const
+{
+    return m_framePacer->isLoading();
+}
+
+bool SceneWidget::frameQueued() const
+{
+    return m_framePacer->isPending();
 }
 
 void SceneWidget::setHelpOverlayVisible(bool on)
@@ -695,26 +656,9 @@ bool SceneWidget::event(QEvent *event)
     // Keep Tab, Delete and the letter keys for the view instead of focus moves and menus.
     if (event->type() == QEvent::ShortcutOverride) {
         auto *key = static_cast<QKeyEvent *>(event);
-        const Qt::KeyboardModifiers mods = key->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::ShiftModifier);
-        const bool ctrlOnly = mods == Qt::ControlModifier;
-        switch (key->key()) {
-        case Qt::Key_Z:
-        case Qt::Key_Y:
-        case Qt::Key_U:
-        case Qt::Key_D:
-        case Qt::Key_C:
-        case Qt::Key_V:
-            if (ctrlOnly) {
-                event->accept();
-                return true;
-            }
-            break;
-        case Qt::Key_Delete:
-        case Qt::Key_Escape:
+        if (sceneKeyTakesShortcut(key->key(), key->modifiers())) {
             event->accept();
             return true;
-        default:
-            break;
         }
     }
     return QOpenGLWidget::event(event);
@@ -722,7 +666,7 @@ bool SceneWidget::event(QEvent *event)
 
 void SceneWidget::keyPressEvent(QKeyEvent *event)
 {
-    if (handleKey(event))
+    if (runCommand(sceneCommandForKey(event->key(), event->modifiers())))
         event->accept();
     else
         QOpenGLWidget::keyPressEvent(event);
@@ -734,47 +678,32 @@ void SceneWidget::toggleSelectionFlag(bool GuideObject::*flag, bool lensOnly)
     m_model.toggleFlag(selection(), flag, lensOnly);
 }
 
-bool SceneWidget::handleKey(QKeyEvent *event)
+bool SceneWidget::runCommand(SceneCommand command)
 {
-    const Qt::KeyboardModifiers mods =
-        event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::ShiftModifier);
-    const bool plain = mods == Qt::NoModifier;
-    const bool ctrl = mods == Qt::ControlModifier;
-    const int key = event->key();
-
-    if (key == Qt::Key_Escape) {
+    switch (command) {
+    case SceneCommand::None: return false;
+    case SceneCommand::Cancel:
         cancelDrag();
         endCurveDrawing();
         m_hoverPart = GizmoPart::None;
         clearSelection();
         requestRepaint();
         return true;
-    }
-    if (ctrl) {
-        switch (key) {
-        case Qt::Key_Z: undo(); return true; // consumed even when there is nothing to undo
-        case Qt::Key_Y:
-        case Qt::Key_U: redo(); return true;
-        case Qt::Key_D: duplicateSelection(); return true;
-        case Qt::Key_C: copySelection(); return true;
-        case Qt::Key_V: pasteFromClipboard(); return true;
-        default: return false;
-        }
-    }
-    if (key == Qt::Key_Delete && plain) {
-        deleteSelection(true);
+    case SceneCommand::Undo: undo(); return true; // consumed even when there is nothing to undo
+    case SceneCommand::Redo: redo(); return true;
+    case SceneCommand::Duplicate: duplicateSelection(); return true;
+    case SceneCommand::Copy: copySelection(); return true;
+    case SceneCommand::Paste: pasteFromClipboard(); return true;
+    case SceneCommand::Delete: deleteSelection(true); return true;
+    case SceneCommand::MoveMode: setTransformMode(GizmoMove); return true;
+    case SceneCommand::RotateMode: setTransformMode(GizmoRotate); return true;
+    case SceneCommand::ScaleMode: setTransformMode(GizmoScale); return true;
+    case SceneCommand::ToggleVisible: toggleSelectionFlag(&GuideObject::visible, false); return true;
+    case SceneCommand::ToggleDimensions: toggleSelectionFlag(&GuideObject::show_dimensions, false); return true;
+    case SceneCommand::ToggleFootprintGrid:
+        toggleSelectionFlag(&GuideObject::projector_pixel_footprint_grid_visible, true);
         return true;
-    }
-    if (!plain)
-        return false;
-    switch (key) {
-    case Qt::Key_W: setTransformMode(GizmoMove); return true;
-    case Qt::Key_E: setTransformMode(GizmoRotate); return true;
-    case Qt::Key_R: setTransformMode(GizmoScale); return true;
-    case Qt::Key_H: toggleSelectionFlag(&GuideObject::visible, false); return true;
-    case Qt::Key_D: toggleSelectionFlag(&GuideObject::show_dimensions, false); return true;
-    case Qt::Key_G: toggleSelectionFlag(&GuideObject::projector_pixel_footprint_grid_visible, true); return true;
-    case Qt::Key_I: {
+    case SceneCommand::ToggleFrustum: {
         bool anyLens = false;
         for (int index : selection())
             anyLens = anyLens || objects().at(index).hasLens();
@@ -784,15 +713,14 @@ bool SceneWidget::handleKey(QKeyEvent *event)
             setShowProjectorFrustum(!m_showProjectorFrustum);
         return true;
     }
-    case Qt::Key_X: setTransformSpace(m_transformSpace == 0 ? 1 : 0); return true;
-    case Qt::Key_P: setViewMode(ViewCameraMode::Perspective); return true;
-    case Qt::Key_V:
+    case SceneCommand::ToggleTransformSpace: setTransformSpace(m_transformSpace == 0 ? 1 : 0); return true;
+    case SceneCommand::Perspective: setViewMode(ViewCameraMode::Perspective); return true;
+    case SceneCommand::LookThrough:
         if (!lookThrough(currentIndex()))
             setStatus(tr("Select a projector or camera to look through."));
         return true;
-    case Qt::Key_F: frameSelection(); return true;
-    case Qt::Key_F1: setHelpOverlayVisible(!m_helpVisible); return true;
-    default: break;
+    case SceneCommand::FrameSelection: frameSelection(); return true;
+    case SceneCommand::ToggleHelp: setHelpOverlayVisible(!m_helpVisible); return true;
     }
     return false;
 }
@@ -817,7 +745,7 @@ bool SceneWidget::gizmoFrame(GizmoFrame *frame) const
     if (m_camera.mode() == ViewCameraMode::ProjectorView && index == m_projectorViewIndex)
         return false; // the gizmo of the object we look through would sit on the eye
     const GuideObject &object = objects().at(index);
-    *frame = SceneGizmo::frame(gizmoViewport(), objectPosition(object), objectRotationQuaternion(object),
+    *frame = SceneGizmo::frame(gizmoViewport(), sceneObjectPosition(object), sceneObjectRotation(object),
                                m_transformSpace == 1, m_transformMode);
     return true;
 }
@@ -852,207 +780,44 @@ QPointF SceneWidget::objectPixel(int index) const
     if (index < 0 || index >= objectCount())
         return {};
     QPointF pixel;
-    m_camera.worldToPixel(objectPosition(objects().at(index)), size(), &pixel);
+    m_camera.worldToPixel(sceneObjectPosition(objects().at(index)), size(), &pixel);
     return pixel;
 }
 
 void SceneWidget::cancelDrag()
 {
-    if (m_drag == DragKind::Gizmo && m_dragSnapshotPushed) {
-        // The drag ends where the pointer left it; its snapshot stays for undo.
-    }
-    m_drag = DragKind::None;
+    // A gizmo drag ends where the pointer left it; its snapshot stays for undo.
+    if (m_dragTool)
+        m_dragTool->cancel();
+    m_dragTool = nullptr;
     m_dragButton = Qt::NoButton;
-    m_dragPart = GizmoPart::None;
-    m_dragStartObjects.clear();
 }
 
 void SceneWidget::mousePressEvent(QMouseEvent *event)
 {
     setFocus(Qt::MouseFocusReason);
-    const QPointF pos = event->position();
-    m_pressPos = m_lastPos = pos;
-    m_pressModifiers = event->modifiers();
     m_dragButton = event->button();
-
-    if (event->modifiers() & Qt::AltModifier) {
-        switch (event->button()) {
-        case Qt::LeftButton: m_drag = DragKind::Orbit; break;
-        case Qt::MiddleButton: m_drag = DragKind::Pan; break;
-        case Qt::RightButton: m_drag = DragKind::Dolly; break;
-        default: m_drag = DragKind::None; break;
-        }
+    m_dragTool = nullptr;
+    // Navigation (with Alt) comes before everything, then curve drawing, then picking.
+    for (SceneTool *tool : {static_cast<SceneTool *>(m_navigateTool.get()), static_cast<SceneTool *>(m_curveTool.get()),
+                            static_cast<SceneTool *>(m_selectTool.get())}) {
+        const SceneTool::Press press = tool->press(event);
+        if (press == SceneTool::Press::NotMine)
+            continue;
+        if (press == SceneTool::Press::Dragging)
+            m_dragTool = tool;
         event->accept();
         return;
     }
-
-    if (isDrawingCurve()) {
-        if (event->button() == Qt::RightButton)
-            endCurveDrawing();
-        else if (event->button() == Qt::LeftButton)
-            addCurvePoint(pos);
-        m_drag = DragKind::None;
-        event->accept();
-        return;
-    }
-
-    if (event->button() == Qt::LeftButton) {
-        m_dragPart = gizmoPartAt(pos);
-        m_drag = DragKind::PendingClick;
-        event->accept();
-        return;
-    }
-    m_drag = DragKind::None;
     QOpenGLWidget::mousePressEvent(event);
-}
-
-void SceneWidget::beginGizmoDrag()
-{
-    GizmoFrame frame;
-    if (!gizmoFrame(&frame)) {
-        m_drag = DragKind::None;
-        return;
-    }
-    m_drag = DragKind::Gizmo;
-    m_dragFrame = frame;
-    m_dragViewport = gizmoViewport();
-    m_dragStartObjects.clear();
-    m_dragIndices = selection();
-    for (int index : std::as_const(m_dragIndices))
-        m_dragStartObjects.append(objects().at(index));
-    m_dragAngle = 0.0f;
-    m_model.pushUndoSnapshot();
-    m_dragSnapshotPushed = true;
-}
-
-void SceneWidget::updateGizmoDrag(const QPointF &pixel)
-{
-    if (m_dragStartObjects.size() != m_dragIndices.size())
-        return;
-    const GizmoViewport &viewport = m_dragViewport;
-    const int primary = std::max(0, int(m_dragIndices.indexOf(currentIndex())));
-    QVector3D delta;
-    float angle = 0.0f;
-    float factor = 1.0f;
-    QVector3D rotationAxis;
-
-    switch (m_transformMode) {
-    case GizmoMove:
-        if (m_dragPart == GizmoPart::Screen) {
-            delta = SceneGizmo::screenTranslation(viewport, m_dragFrame.origin, m_pressPos, pixel);
-            if (m_snap) {
-                const QVector3D start = objectPosition(m_dragStartObjects.at(primary));
-                delta = SceneGizmo::snapped(start + delta, SceneGizmo::kMoveSnapMetres) - start;
-            }
-        } else {
-            delta = SceneGizmo::axisTranslation(viewport, m_dragFrame, m_dragPart, m_pressPos, pixel);
-            if (m_snap) {
-                const QVector3D axis = m_dragFrame.axis(m_dragPart);
-                const float distance = QVector3D::dotProduct(delta, axis);
-                if (m_transformSpace == 0) {
-                    // World axes: the coordinate itself lands on the grid.
-                    const int i = int(m_dragPart) - int(GizmoPart::XAxis);
-                    const float start = objectPosition(m_dragStartObjects.at(primary))[i];
-                    delta = axis * (SceneGizmo::snapped(start + distance, SceneGizmo::kMoveSnapMetres) - start);
-                } else {
-                    delta = axis * SceneGizmo::snapped(distance, SceneGizmo::kMoveSnapMetres);
-                }
-            }
-        }
-        break;
-    case GizmoRotate:
-        m_dragAngle += SceneGizmo::rotationDegrees(viewport, m_dragFrame, m_dragPart, m_lastPos, pixel);
-        angle = m_snap ? SceneGizmo::snapped(m_dragAngle, SceneGizmo::kRotateSnapDegrees) : m_dragAngle;
-        rotationAxis = SceneGizmo::rotationAxis(viewport, m_dragFrame, m_dragPart);
-        break;
-    case GizmoScale:
-        factor = SceneGizmo::scaleFactor(viewport, m_dragFrame, m_dragPart, m_pressPos, pixel);
-        if (m_snap)
-            factor = std::max(SceneGizmo::kScaleSnapFactor, SceneGizmo::snapped(factor, SceneGizmo::kScaleSnapFactor));
-        break;
-    default:
-        break;
-    }
-
-    for (int i = 0; i < m_dragIndices.size(); ++i) {
-        GuideObject object = m_dragStartObjects.at(i);
-        switch (m_transformMode) {
-        case GizmoMove:
-            setObjectPosition(object, objectPosition(object) + delta);
-            if (object.guide_index == KindDistanceMeasure) {
-                // Measures keep their end points in the scene frame.
-            }
-            break;
-        case GizmoRotate: {
-            const QQuaternion turn = QQuaternion::fromAxisAndAngle(rotationAxis, angle);
-            const QQuaternion rotated = turn * objectRotationQuaternion(object);
-            setObjectPose(object, objectTranslation(object), toEigenRotation(rotated.normalized()));
-            break;
-        }
-        case GizmoScale: {
-            float *fields[3] = {&object.scale_x, &object.scale_y, &object.scale_z};
-            const auto clampScale = [](float v) { return std::clamp(v, 0.0005f, 50.0f); };
-            if (m_dragPart == GizmoPart::Screen) {
-                for (float *f : fields)
-                    *f = clampScale(*f * factor);
-            } else {
-                const int axis = int(m_dragPart) - int(GizmoPart::XAxis);
-                *fields[axis] = clampScale(*fields[axis] * factor);
-            }
-            break;
-        }
-        default:
-            break;
-        }
-        if (GuideObject *target = m_model.mutableObject(m_dragIndices.at(i)))
-            *target = object;
-    }
-    m_lastPos = pixel;
-    m_model.notifyChanged();
 }
 
 void SceneWidget::mouseMoveEvent(QMouseEvent *event)
 {
     const QPointF pos = event->position();
-    const QPointF d = pos - m_lastPos;
-    switch (m_drag) {
-    case DragKind::Orbit:
-        m_camera.orbit(d.x(), d.y());
-        m_projectorViewIndex = m_camera.mode() == ViewCameraMode::ProjectorView ? m_projectorViewIndex : -1;
-        m_lastPos = pos;
-        Q_EMIT viewStateChanged();
-        requestRepaint();
+    if (m_dragTool) {
+        m_dragTool = m_dragTool->move(pos);
         return;
-    case DragKind::Pan:
-        m_camera.pan(d.x(), d.y(), size());
-        m_projectorViewIndex = m_camera.mode() == ViewCameraMode::ProjectorView ? m_projectorViewIndex : -1;
-        m_lastPos = pos;
-        Q_EMIT viewStateChanged();
-        requestRepaint();
-        return;
-    case DragKind::Dolly:
-        m_camera.dolly(d.y() - d.x());
-        m_projectorViewIndex = m_camera.mode() == ViewCameraMode::ProjectorView ? m_projectorViewIndex : -1;
-        m_lastPos = pos;
-        Q_EMIT viewStateChanged();
-        requestRepaint();
-        return;
-    case DragKind::PendingClick:
-        if ((pos - m_pressPos).manhattanLength() >= QApplication::startDragDistance()) {
-            if (m_dragPart != GizmoPart::None) {
-                beginGizmoDrag();
-                if (m_drag == DragKind::Gizmo)
-                    updateGizmoDrag(pos);
-            } else {
-                m_drag = DragKind::None; // a drag on empty space is not a click
-            }
-        }
-        return;
-    case DragKind::Gizmo:
-        updateGizmoDrag(pos);
-        return;
-    case DragKind::None:
-        break;
     }
     const GizmoPart hover = gizmoPartAt(pos);
     if (hover != m_hoverPart) {
@@ -1067,45 +832,16 @@ void SceneWidget::mouseReleaseEvent(QMouseEvent *event)
         QOpenGLWidget::mouseReleaseEvent(event);
         return;
     }
-    const DragKind drag = m_drag;
-    const bool wasGizmo = drag == DragKind::Gizmo;
+    SceneTool *tool = m_dragTool;
     cancelDrag();
-    m_dragSnapshotPushed = false;
-    if (drag == DragKind::PendingClick)
-        clickSelect(event->position(), m_pressModifiers);
-    if (wasGizmo)
-        Q_EMIT undoStateChanged();
+    if (tool)
+        tool->release(event);
     event->accept();
-}
-
-void SceneWidget::clickSelect(const QPointF &pixel, Qt::KeyboardModifiers modifiers)
-{
-    const int hit = objectAt(pixel);
-    if (modifiers & (Qt::ShiftModifier | Qt::ControlModifier)) {
-        if (hit < 0)
-            return;
-        QList<int> next = selection();
-        if (next.contains(hit))
-            next.removeAll(hit);
-        else
-            next.append(hit);
-        setSelection(next);
-        return;
-    }
-    selectOnly(hit);
 }
 
 void SceneWidget::wheelEvent(QWheelEvent *event)
 {
-    const double steps = event->angleDelta().y() / 120.0;
-    if (steps != 0.0) {
-        m_camera.zoom(steps);
-        if (m_camera.mode() != ViewCameraMode::ProjectorView)
-            m_projectorViewIndex = -1;
-        Q_EMIT viewStateChanged();
-        requestRepaint();
-    }
-    event->accept();
+    m_navigateTool->wheel(event);
 }
 
 void SceneWidget::leaveEvent(QEvent *event)
@@ -1171,6 +907,7 @@ void SceneWidget::paintGL()
 {
     // The toolkit also paints on its own (expose, resize); each frame clears the pending mark.
     m_framePacer->beginFrame();
+    m_frameRate.frameStarted();
     renderFrame();
     m_framePacer->afterPresent();
     m_framePacer->endFrame();
@@ -1196,6 +933,9 @@ void SceneWidget::renderFrame()
     for (int index : selection())
         settings.selection.append(index);
     settings.hiddenObjectIndex = m_camera.mode() == ViewCameraMode::ProjectorView ? m_projectorViewIndex : -1;
+    settings.showFps = true;
+    settings.framesPerSecond = m_frameRate.framesPerSecond();
+    settings.fpsCorner = Qt::BottomLeftCorner; // the top corners carry the help and the view's name
     const qreal dpr = devicePixelRatioF();
     m_renderer->render(objects(), m_camera, settings, defaultFramebufferObject(),
                        QSize(int(width() * dpr), int(height() * dpr)));
@@ -1278,7 +1018,7 @@ void SceneWidget::paintGizmo(QPainter &painter)
     viewport.projectToPixel(frame.origin, &inFront);
     if (!inFront)
         return;
-    const GizmoPart active = m_drag == DragKind::Gizmo ? m_dragPart : m_hoverPart;
+    const GizmoPart active = m_dragTool && m_dragTool == m_gizmoTool.get() ? m_gizmoTool->part() : m_hoverPart;
     auto penFor = [&](GizmoPart part, const QColor &base, qreal width) {
         return QPen(part == active ? kHoverColor : base, part == active ? width + 1.5 : width, Qt::SolidLine,
                     Qt::RoundCap, Qt::RoundJoin);
@@ -1359,4 +1099,12 @@ void SceneWidget::resizeEvent(QResizeEvent *event)
     QOpenGLWidget::resizeEvent(event);
     if (m_overlay)
         m_overlay->resize(size());
+}
+
+void SceneWidget::setProjectorCalibrationSettings(const GuideProjectorCalibrationSettings &settings)
+{
+    if (m_extraSettings.projector_calibration_settings == settings)
+        return;
+    m_extraSettings.projector_calibration_settings = settings;
+    emit viewStateChanged();
 }

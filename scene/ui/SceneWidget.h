@@ -5,6 +5,7 @@
 #include "scene/SceneMesh.h"
 #include "scene/SceneModel.h"
 #include "scene/ViewCamera.h"
+#include "scene/gl/SceneFramePacer.h"
 #include "scene/ui/SceneGizmo.h"
 
 #include <QImage>
@@ -19,7 +20,12 @@
 
 class SceneRenderer;
 class SceneOverlay;
-class SceneFramePacer;
+class SceneTool;
+class SceneNavigateTool;
+class SceneSelectTool;
+class SceneGizmoTool;
+class SceneCurveTool;
+enum class SceneCommand;
 class QElapsedTimer;
 
 // The 3D view: hosts the renderer, navigates the camera, picks objects and gizmo parts,
@@ -104,7 +110,7 @@ public:
     int deleteSelection(bool confirm = true);
     void beginCurveDrawing();
     void endCurveDrawing();
-    bool isDrawingCurve() const { return m_curveIndex >= 0; }
+    bool isDrawingCurve() const;
 
     // Objects of the calibration windows: deleting their projector closes them first.
     void registerCalibrationWindow(int objectIndex, QWidget *window);
@@ -112,6 +118,8 @@ public:
     // Guide images in guide order; surfaces and projectors bound to a guide show it.
     void setGuideImages(const QVector<QImage> &images);
     const QVector<QImage> &guideImages() const { return m_guideImages; }
+    // The view's calibration and look-up-table settings (saved with the view).
+    void setProjectorCalibrationSettings(const GuideProjectorCalibrationSettings &settings);
 
     bool helpOverlayVisible() const { return m_helpVisible; }
     void setHelpOverlayVisible(bool on);
@@ -129,6 +137,12 @@ public:
 
     // The last status text (also sent with statusMessage()).
     QString statusText() const { return m_statusText; }
+
+    // While a project loads into the view nothing is drawn; the first frame follows the end.
+    void setLoading(bool loading);
+    bool isLoading() const;
+    // Whether a repaint is waiting in the frame queue.
+    bool frameQueued() const;
 
     // True when the renderer started in this widget's GL context.
     bool rendererReady() const;
@@ -161,17 +175,16 @@ protected:
 
 private:
     void renderFrame();
-    enum class DragKind { None, PendingClick, Orbit, Pan, Dolly, Gizmo };
+    friend class SceneNavigateTool;
+    friend class SceneSelectTool;
+    friend class SceneGizmoTool;
+    friend class SceneCurveTool;
 
     void requestRepaint();
     void setStatus(const QString &text, int timeoutMs = 4000);
-    bool handleKey(QKeyEvent *event);
+    bool runCommand(SceneCommand command);
     void toggleSelectionFlag(bool GuideObject::*flag, bool lensOnly);
     void cancelDrag();
-    void clickSelect(const QPointF &pixel, Qt::KeyboardModifiers modifiers);
-    void beginGizmoDrag();
-    void updateGizmoDrag(const QPointF &pixel);
-    void addCurvePoint(const QPointF &pixel);
     bool groundPoint(const QPointF &pixel, QVector3D *point) const;
     void onModelChanged();
     void updateLensView();
@@ -189,6 +202,7 @@ private:
     bool m_glReady = false;
     SceneOverlay *m_overlay = nullptr;
     SceneFramePacer *m_framePacer = nullptr;
+    SceneFrameRate m_frameRate;
 
     // View switches.
     bool m_showObjects = true;
@@ -211,22 +225,14 @@ private:
     bool m_guideImagesDirty = false;
     QList<QPair<int, QPointer<QWidget>>> m_calibrationWindows;
 
-    // Interaction state.
-    DragKind m_drag = DragKind::None;
+    // Interaction: the pointer tools, and the one holding the current drag.
+    std::unique_ptr<SceneNavigateTool> m_navigateTool;
+    std::unique_ptr<SceneGizmoTool> m_gizmoTool;
+    std::unique_ptr<SceneSelectTool> m_selectTool;
+    std::unique_ptr<SceneCurveTool> m_curveTool;
+    SceneTool *m_dragTool = nullptr;
     Qt::MouseButton m_dragButton = Qt::NoButton;
-    QPointF m_pressPos;
-    QPointF m_lastPos;
-    Qt::KeyboardModifiers m_pressModifiers;
     GizmoPart m_hoverPart = GizmoPart::None;
-    GizmoPart m_dragPart = GizmoPart::None;
-    GizmoFrame m_dragFrame;
-    GizmoViewport m_dragViewport;
-    QList<int> m_dragIndices;                 // the objects being dragged
-    QVector<GuideObject> m_dragStartObjects; // and how they were when the drag began
-    float m_dragAngle = 0.0f;
-    bool m_dragSnapshotPushed = false;
-
-    int m_curveIndex = -1;
     bool m_helpVisible = true;
     QString m_statusText;
     bool m_repaintPending = false;

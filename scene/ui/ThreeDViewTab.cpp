@@ -1,6 +1,10 @@
 #include "scene/ui/ThreeDViewTab.h"
 
+#include "exchange/ExporterTable.h"
+#include "scene/ui/SceneExportDialogs.h"
+
 #include "scene/SceneModel.h"
+#include "exchange/MeshImport.h"
 #include "scene/ui/SceneAddObjectDialog.h"
 #include "scene/ui/ScenePropertyPanel.h"
 #include "scene/ui/SceneWidget.h"
@@ -17,6 +21,7 @@
 #include <QListWidget>
 #include <QMainWindow>
 #include <QMenu>
+#include <QDir>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTimer>
@@ -43,6 +48,7 @@ ThreeDViewTab::ThreeDViewTab(QWidget *parent)
 
     buildAddMenu();
     buildToolBar();
+    addExportButtons();
     layout->addWidget(m_toolBar);
 
     auto *side = new QSplitter(Qt::Vertical, this);
@@ -200,6 +206,46 @@ void ThreeDViewTab::buildToolBar()
     editButton->setMenu(editMenu);
     editButton->setPopupMode(QToolButton::InstantPopup);
     m_toolBar->addWidget(editButton);
+
+    buildExportMenu();
+    auto *exportButton = new QToolButton(m_toolBar);
+    exportButton->setObjectName(QStringLiteral("vantreoSceneExportButton"));
+    exportButton->setText(tr("Export"));
+    exportButton->setMenu(m_exportMenu);
+    exportButton->setPopupMode(QToolButton::InstantPopup);
+    m_toolBar->addWidget(exportButton);
+}
+
+void ThreeDViewTab::buildExportMenu()
+{
+    m_exportMenu = new QMenu(tr("Export"), this);
+    m_exportMenu->setObjectName(QStringLiteral("vantreoSceneExportMenu"));
+    for (const vg::exchange::ExporterEntry *entry : vg::exchange::exportersFor(vg::exchange::ExportSubject::SceneView)) {
+        QAction *action = m_exportMenu->addAction(entry->displayMenuText());
+        action->setObjectName(QStringLiteral("vantreoSceneExport_") + entry->identifier);
+        const QString identifier = entry->identifier;
+        connect(action, &QAction::triggered, this, [this, identifier] { exportScene(identifier); });
+    }
+}
+
+QStringList ThreeDViewTab::exportScene(const QString &identifier,
+                                       const std::function<QString(const QString &, const QString &, const QString &)> &chooseFile)
+{
+    const vg::exchange::ExporterEntry *entry = vg::exchange::findExporter(identifier);
+    if (!entry)
+        return {};
+    WindowExportImages images(m_view->guideImages());
+    vg::exchange::ExportRequest request;
+    request.objects = m_view->model().objects();
+    request.selection = m_view->selection();
+    request.objectIndex = m_view->currentIndex();
+    request.images = &images;
+    // With a selection the OBJ holds the selection; without one, every visible object.
+    request.options.insert(QStringLiteral("selectedOnly"), !request.selection.isEmpty());
+    const QStringList written = runWindowExport(this, *entry, request, chooseFile);
+    if (!written.isEmpty())
+        showStatus(tr("Exported %1").arg(QDir::toNativeSeparators(written.first())), 6000);
+    return written;
 }
 
 void ThreeDViewTab::buildAddMenu()
@@ -234,6 +280,7 @@ void ThreeDViewTab::buildAddMenu()
         const AddKind kind = entry.kind;
         connect(action, &QAction::triggered, this, [this, kind] { addObject(kind, true); });
     }
+    buildImportActions();
 }
 
 void ThreeDViewTab::showStatus(const QString &text, int timeoutMs)
@@ -260,7 +307,13 @@ Guide3DViewSettings ThreeDViewTab::viewSettings() const
 
 void ThreeDViewTab::setViewSettings(const Guide3DViewSettings &settings)
 {
-    m_view->setViewSettings(settings);
+    // Imported meshes are saved as their file path: read their geometry back.
+    Guide3DViewSettings loaded = settings;
+    QStringList problems;
+    vg::exchange::loadImportedGeometry(loaded.objects, &problems);
+    m_view->setViewSettings(loaded);
+    if (!problems.isEmpty())
+        showStatus(problems.join(QLatin1Char('\n')), 10000);
     rebuildObjectList();
     syncListSelection();
     syncPanel();
@@ -356,9 +409,11 @@ void ThreeDViewTab::syncPanel()
 {
     QList<QPair<int, QString>> guideObjects;
     const QVector<GuideObject> &objects = m_view->objects();
-    for (int i = 0; i < objects.size(); ++i)
-        if (objects[i].guide_index == KindGuide)
-            guideObjects.append({i, objects[i].name});
+    // Each Guide object is offered as the guide it shows, so choosing it projects that guide.
+    for (const GuideObject &object : objects) {
+        if (object.guide_index == KindGuide && object.texture_guide_index >= 0)
+            guideObjects.append({object.texture_guide_index, object.name});
+    }
     m_panel->setGuideObjects(guideObjects);
     const int index = m_view->currentIndex();
     if (index >= 0 && index < m_view->objectCount())
@@ -504,6 +559,11 @@ int ThreeDViewTab::addObject(AddKind kind, bool ask)
         index = model.addGuide(name, guideIndex, v[0], v[1]);
         break;
     }
+    case AddObjMesh:
+    case AddDxfDrawing:
+        if (!ask)
+            return -1;
+        return importMeshFromDialog(kind);
     case AddImage: {
         QString path;
         int heightMm = 1125;
@@ -525,4 +585,15 @@ int ThreeDViewTab::addObject(AddKind kind, bool ask)
     if (index >= 0)
         m_view->setFocus();
     return index;
+}
+
+void ThreeDViewTab::addExportButtons()
+{
+    // The window runs this export: it knows where the dialog's settings are kept.
+    m_exportMenu->addSeparator();
+    QAction *lut = m_exportMenu->addAction(tr("Export Projector/Camera UV LUT..."));
+    lut->setObjectName(QStringLiteral("actionExportProjectorCameraUvLut"));
+    connect(lut, &QAction::triggered, this, [this] {
+        QMetaObject::invokeMethod(window(), "runProjectorCameraUvLutExport", Qt::DirectConnection);
+    });
 }

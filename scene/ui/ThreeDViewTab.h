@@ -41,6 +41,8 @@ public:
         AddComment,
         AddGuide,
         AddImage,
+        AddObjMesh,     // asks for a file; nothing without asking
+        AddDxfDrawing,
     };
 
     explicit ThreeDViewTab(QWidget *parent = nullptr);
@@ -56,6 +58,13 @@ public:
     ScenePropertyPanel *propertyPanel() const { return m_panel; }
     QListWidget *objectList() const { return m_list; }
     QMenu *addMenu() const { return m_addMenu; }
+    QMenu *exportMenu() const { return m_exportMenu; }
+
+    // Runs the export `identifier` of the exporter table on this scene: the selection (or
+    // every visible object), the current projector or camera, the guides as shown. A
+    // chooser replaces the file dialog. Returns the files written.
+    QStringList exportScene(const QString &identifier,
+                            const std::function<QString(const QString &, const QString &, const QString &)> &chooseFile = {});
 
     // The guide tabs' titles and images, in guide order (an object's guide index).
     void setGuideSources(const QStringList &names, const QVector<QImage> &images);
@@ -69,6 +78,10 @@ public:
     // Returns the index of the new object, or -1.
     int addObject(AddKind kind, bool ask = true);
 
+    // Adds an OBJ mesh or DXF drawing read from `path` as a new object and selects it.
+    // Returns its index, or -1 with the reader's message.
+    int importMesh(const QString &path, QString *error);
+
 public Q_SLOTS:
     // The window's Edit menu calls these on the current tab.
     bool undo();
@@ -81,10 +94,17 @@ Q_SIGNALS:
 protected:
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;
+    // OBJ and DXF files dropped on the view.
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void buildToolBar();
+    void addExportButtons();
     void buildAddMenu();
+    void buildExportMenu();
+    void buildImportActions();
+    int importMeshFromDialog(AddKind kind);
+    int importMeshOrTell(const QString &path);
     void rebuildObjectList();
     void syncListSelection();
     void syncPanel();
@@ -96,6 +116,7 @@ private:
     QListWidget *m_list = nullptr;
     QToolBar *m_toolBar = nullptr;
     QMenu *m_addMenu = nullptr;
+    QMenu *m_exportMenu = nullptr;
     QLabel *m_status = nullptr;
     QStringList m_guideNames;
     GuideSourceProvider m_provider;

@@ -40,7 +40,7 @@ QString writeProject(const QTemporaryDir &dir)
     projector.translate_z = 3.0f;
     projector.scale_x = projector.scale_y = projector.scale_z = 0.1f;
     projector.lens_shift_y = 0.0f;
-    projector.projector_image_guide_index = 2;
+    projector.projector_image_guide_index = 0;
     GuideObject guide;
     guide.guide_index = KindGuide;
     guide.name = QStringLiteral("Guide");

@@ -229,10 +229,11 @@ TEST(SceneModelRemoval, IndicesAreFixedUp)
 
     EXPECT_EQ(scene.removeObjects({1, 1, 99}), 1);
     ASSERT_EQ(scene.count(), 4);
-    EXPECT_EQ(scene.object(2).projector_image_guide_index, 1);          // followed its guide
+    // Projector guide bindings name the project's guides, not scene objects: untouched.
+    EXPECT_EQ(scene.object(2).projector_image_guide_index, 2);
     EXPECT_EQ(scene.object(2).projector_calibration.matches[0].target_index, -1);
     EXPECT_EQ(scene.object(2).projector_calibration.matches[1].target_index, 1);
-    EXPECT_EQ(scene.object(3).projector_image_guide_index, -1);         // its guide is gone
+    EXPECT_EQ(scene.object(3).projector_image_guide_index, 1);
     EXPECT_EQ(scene.selectedIndex(), 2);
     EXPECT_EQ(scene.selectedIndices(), (QList<int>{1, 2}));
 

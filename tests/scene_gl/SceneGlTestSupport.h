@@ -40,6 +40,8 @@ inline OffscreenSceneRenderer &sharedRenderer()
     renderer->initialize(nullptr);
     renderer->renderer().setTextureSourceResolver({});
     renderer->renderer().setGuideImages({});
+    renderer->renderer().setCachingEnabled(true);
+    renderer->renderer().setResidentShadowMapLimit(8);
     return *renderer;
 }
 

@@ -2,7 +2,7 @@
 
 #include "app/MainWindow.h"
 #include "app/TabFactory.h"
-#include "app/TabInfoPanel.h"
+#include "canvas/ui/CanvasTab.h"
 #include "app/TabTitleWidget.h"
 #include "app/UiPreferences.h"
 
@@ -180,7 +180,7 @@ TEST_F(MainWindowTest, MenusAndEntriesInOrder)
     EXPECT_EQ(window->action(QStringLiteral("actionRecordWindow"))->shortcut(), QKeySequence(QStringLiteral("Ctrl+Shift+R")));
     EXPECT_TRUE(window->action(QStringLiteral("actionOpenProject"))->isEnabled());
     EXPECT_TRUE(window->action(QStringLiteral("actionRecentProjects"))->isEnabled());
-    EXPECT_FALSE(window->action(QStringLiteral("actionUpdate"))->isEnabled());
+    EXPECT_TRUE(window->action(QStringLiteral("actionUpdate"))->isEnabled());
     EXPECT_TRUE(window->action(QStringLiteral("actionGpuSelection"))->isEnabled());
     EXPECT_EQ(window->windowTitle(), QStringLiteral("Vantreo Guide Generator"));
 
@@ -312,7 +312,7 @@ TEST_F(MainWindowTest, DeleteAsksWithTheTabTitle)
 TEST_F(MainWindowTest, CopyDuplicatesKindAndCanvasSettings)
 {
     auto window = makeWindow();
-    auto *canvas = qobject_cast<CanvasTabPanel *>(window->addCanvasTab());
+    auto *canvas = qobject_cast<CanvasTab *>(window->addCanvasTab());
     ASSERT_NE(canvas, nullptr);
     CanvasTabSettings settings;
     settings.title = QStringLiteral("Stage");
@@ -320,7 +320,7 @@ TEST_F(MainWindowTest, CopyDuplicatesKindAndCanvasSettings)
     settings.objects.append(CanvasObjectSettings{});
     canvas->setSettings(settings);
     window->addGuideTab();
-    auto *copy = qobject_cast<CanvasTabPanel *>(window->duplicateTab(0));
+    auto *copy = qobject_cast<CanvasTab *>(window->duplicateTab(0));
     ASSERT_NE(copy, nullptr);
     EXPECT_EQ(window->indexOfContentTab(copy), 1);
     EXPECT_EQ(copy->settings(), settings);

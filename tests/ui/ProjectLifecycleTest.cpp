@@ -2,7 +2,7 @@
 
 #include "app/MainWindow.h"
 #include "app/ProjectLifecycle.h"
-#include "app/TabInfoPanel.h"
+#include "canvas/ui/CanvasTab.h"
 #include "guide/ui/GuideTab.h"
 #include "project/ProjectBackups.h"
 #include "project/ZipArchive.h"
@@ -537,3 +537,32 @@ TEST_F(ProjectLifecycleTest, PortablePackageOfTheRunningProgram)
 }
 
 } // namespace
+
+TEST_F(ProjectLifecycleTest, ABundleOfManyEntriesIsExtractedWhileTheWindowReportsProgress)
+{
+    auto window = makeWindow();
+    ProjectLifecycle *lifecycle = lifecycleOf(window.get());
+    ProjectDocument doc;
+    doc.guides.append(GuideSettings());
+    const QByteArray project = projectDocumentToJson(doc);
+    const QByteArray small(100, 'x');
+    int code = 0;
+    zip_t *archive = zip_open(QFile::encodeName(path(QStringLiteral("many.zip"))).constData(), ZIP_CREATE | ZIP_TRUNCATE, &code);
+    ASSERT_NE(archive, nullptr);
+    zip_file_add(archive, "show.json", zip_source_buffer(archive, project.constData(), zip_uint64_t(project.size()), 0), 0);
+    for (int i = 0; i < 30000; ++i) {
+        const QByteArray name = QStringLiteral("source/%1/file%2.txt").arg(i % 50).arg(i).toUtf8();
+        zip_file_add(archive, name.constData(), zip_source_buffer(archive, small.constData(), zip_uint64_t(small.size()), 0), 0);
+    }
+    ASSERT_EQ(zip_close(archive), 0);
+
+    // The overlay's progress line is updated from the event loop while the worker extracts:
+    // a window that froze for the extraction would show none of it.
+    QStringList progress;
+    lifecycle->setProgressObserver([&](const QString &line) { progress << line; });
+    ASSERT_TRUE(lifecycle->importProjectBundleFrom(path(QStringLiteral("many.zip")), path(QStringLiteral("many"))))
+        << m_recorded.warnings.join(';').toStdString();
+    const QStringList percentages = progress.filter(QRegularExpression(QStringLiteral("^\\d+%$")));
+    EXPECT_FALSE(percentages.isEmpty()) << progress.join(QLatin1Char('|')).toStdString();
+    EXPECT_TRUE(QFileInfo::exists(path(QStringLiteral("many/source/49/file29999.txt"))));
+}

@@ -93,7 +93,7 @@ protected:
             p.rotate_x = -5.0f;
             p.show_projector_frustum = true;
             p.projector_pixel_footprint_heatmap_visible = i == 1;
-            p.projector_image_guide_index = guide;
+            p.projector_image_guide_index = 0; // the guide the Guide object shows
             view->setObjectWithoutUndo(index, p);
             projectors[i] = index;
         }

@@ -1,0 +1,161 @@
+#include "cli/CliTestSupport.h"
+
+#include <QFile>
+#include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct ShellRun {
+    bool finished = false;
+    bool crashed = false;
+    int exitCode = -1;
+    QString out;
+    QString err;
+};
+
+// Runs a shell line with the tool as $CLI, for limits (ulimit) and private mounts.
+ShellRun runShell(const QString &script, const QProcessEnvironment &base = QProcessEnvironment::systemEnvironment(),
+                  int timeoutMs = 120000)
+{
+    QProcess process;
+    QProcessEnvironment env = base;
+    env.insert(QStringLiteral("CLI"), QStringLiteral(VG_BIN_DIR "/vantreoguide-cli"));
+    env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    process.setProcessEnvironment(env);
+    process.start(QStringLiteral("/bin/sh"), {QStringLiteral("-c"), script});
+    ShellRun run;
+    run.finished = process.waitForFinished(timeoutMs);
+    if (!run.finished) {
+        process.kill();
+        process.waitForFinished();
+        return run;
+    }
+    run.crashed = process.exitStatus() == QProcess::CrashExit;
+    run.exitCode = process.exitCode();
+    run.out = QString::fromUtf8(process.readAllStandardOutput());
+    run.err = QString::fromUtf8(process.readAllStandardError());
+    return run;
+}
+
+QString quoted(const QString &path)
+{
+    return QLatin1Char('\'') + path + QLatin1Char('\'');
+}
+
+// A private mount namespace with a tiny tmpfs, where the system allows one.
+bool canMountTinyDisk()
+{
+    if (QStandardPaths::findExecutable(QStringLiteral("unshare")).isEmpty())
+        return false;
+    return runShell(QStringLiteral("unshare -rm sh -c 'mount -t tmpfs -o size=64k tmpfs /mnt'")).exitCode == 0;
+}
+
+} // namespace
+
+TEST(HostileCli, CellCountsAtTheIntegerLimitEndWithAPicture)
+{
+    QTemporaryDir dir;
+    const QString guide = dir.filePath(QStringLiteral("g.json"));
+    writeFileBytes(guide, R"({"guides":[{"col":2147483647,"row":2147483647,"auto_col":false}]})");
+    const QString png = dir.filePath(QStringLiteral("x.png"));
+    const CliRun run = runCli({QStringLiteral("render-guide"), guide, QStringLiteral("-o"), png}, CliDisplay::Offscreen, 60000);
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_EQ(QImage(png).size(), QSize(1920, 1200));
+}
+
+TEST(HostileCli, EndlessInputsAreRefusedByEveryGuideCommand)
+{
+    for (const QString &command : {QStringLiteral("render-guide"), QStringLiteral("guide-info"), QStringLiteral("info")}) {
+        QStringList args{command, QStringLiteral("/dev/zero")};
+        if (command == QLatin1String("render-guide"))
+            args << QStringLiteral("-o") << QStringLiteral("/dev/null");
+        const CliRun run = runCli(args, CliDisplay::Offscreen, 60000);
+        EXPECT_EQ(run.exitCode, 1) << command.toStdString() << ": " << run.err.toStdString();
+        EXPECT_TRUE(run.err.contains(QStringLiteral("too large"), Qt::CaseInsensitive)) << run.err.toStdString();
+    }
+}
+
+TEST(HostileCli, NoRuntimeFolderPrintsNoWarning)
+{
+    QTemporaryDir dir;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.remove(QStringLiteral("XDG_RUNTIME_DIR"));
+    env.insert(QStringLiteral("TMPDIR"), dir.path());
+    const QString guide = dir.filePath(QStringLiteral("g.json"));
+    writeFileBytes(guide, R"({"pixel_width": 64, "pixel_height": 48})");
+    for (const QString &line : {QStringLiteral("\"$CLI\" --version"),
+                                QStringLiteral("\"$CLI\" render-guide %1 -o %2").arg(quoted(guide), quoted(dir.filePath(QStringLiteral("o.png"))))}) {
+        const ShellRun run = runShell(line, env);
+        EXPECT_EQ(run.exitCode, 0) << line.toStdString();
+        EXPECT_EQ(run.err, QString()) << line.toStdString();
+    }
+}
+
+TEST(HostileCli, OutOfMemoryIsARenderFailureNotAnAbort)
+{
+    QTemporaryDir dir;
+    const QString guide = dir.filePath(QStringLiteral("g.json"));
+    writeFileBytes(guide, R"({"pixel_width": 16384, "pixel_height": 8192, "real_width": 16384, "real_height": 8192,
+                          "auto_col": false, "col": 4, "row": 4})");
+    // Room for the program and the picture (512 MB), not for its encoding as well.
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("MALLOC_ARENA_MAX"), QStringLiteral("2"));
+    const ShellRun run = runShell(QStringLiteral("ulimit -v 1100000; exec \"$CLI\" render-guide %1 -o %2")
+                                      .arg(quoted(guide), quoted(dir.filePath(QStringLiteral("o.png")))), env);
+    ASSERT_TRUE(run.finished);
+    EXPECT_FALSE(run.crashed) << run.err.toStdString();
+    EXPECT_EQ(run.exitCode, 1) << run.err.toStdString();
+    EXPECT_TRUE(run.err.startsWith(QStringLiteral("Render failed"))) << run.err.toStdString();
+}
+
+TEST(HostileCli, OneHugeLabelStaysWithinMemory)
+{
+    QTemporaryDir dir;
+    const QString guide = dir.filePath(QStringLiteral("g.json"));
+    // A 16K guide of one cell with its label: the glyph is as large as the cell.
+    writeFileBytes(guide, R"({"pixel_width": 15360, "pixel_height": 8640, "real_width": 15360, "real_height": 8640,
+                          "auto_col": false, "col": 1, "row": 1,
+                          "display_number": true, "font_scale": 50})");
+    const QString png = dir.filePath(QStringLiteral("o.png"));
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("MALLOC_ARENA_MAX"), QStringLiteral("2"));
+    const ShellRun run = runShell(QStringLiteral("ulimit -v 2000000; exec \"$CLI\" render-guide %1 -o %2").arg(quoted(guide), quoted(png)), env);
+    ASSERT_TRUE(run.finished);
+    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_EQ(run.err, QString()); // no glyph image that failed to allocate, no painter on it
+    EXPECT_TRUE(QFileInfo::exists(png));
+}
+
+TEST(HostileCli, AFullDiskIsReportedInTheSystemsWordsAndTheOldFileKept)
+{
+    if (!canMountTinyDisk())
+        GTEST_SKIP() << "no private mounts here";
+    QTemporaryDir dir;
+    // A bare JSON project larger than the disk: a guide with many cell colours.
+    QJsonArray colors;
+    for (int i = 0; i < 20000; ++i)
+        colors.append(QStringLiteral("#%1").arg(i * 97 % 0xffffff, 6, 16, QLatin1Char('0')));
+    QJsonObject guideObject{{QStringLiteral("col"), 200}, {QStringLiteral("row"), 100}, {QStringLiteral("colors"), colors}};
+    QJsonObject root{{QStringLiteral("guides"), QJsonArray{guideObject}}};
+    const QString big = dir.filePath(QStringLiteral("big.json"));
+    writeFileBytes(big, QJsonDocument(root).toJson());
+    const QString mount = dir.filePath(QStringLiteral("disk"));
+    QDir().mkpath(mount);
+    const QString script = QStringLiteral(
+        "unshare -rm sh -c 'mount -t tmpfs -o size=64k tmpfs %1 && printf old > %1/out.json && "
+        "\"$CLI\" convert %2 %1/out.json; echo \"exit=$?\"; echo \"kept=$(cat %1/out.json)\"'")
+                               .arg(quoted(mount).mid(1).chopped(1), quoted(big).mid(1).chopped(1));
+    const ShellRun run = runShell(script);
+    ASSERT_TRUE(run.finished);
+    EXPECT_TRUE(run.out.contains(QStringLiteral("exit=1"))) << run.out.toStdString() << run.err.toStdString();
+    EXPECT_TRUE(run.out.contains(QStringLiteral("kept=old"))) << run.out.toStdString();
+    EXPECT_TRUE(run.err.contains(QStringLiteral("No space left on device"))) << run.err.toStdString();
+}
