@@ -1,6 +1,6 @@
 #include "support/TestDisplay.h"
 
-#include <QtGlobal>
+#include <QByteArray>
 
 #include <unistd.h>
 
