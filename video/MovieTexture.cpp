@@ -2,6 +2,8 @@
 
 #include "video/MovieDecoder.h"
 
+#include "scene/gl/SceneTimingLog.h"
+
 #include <QCoreApplication>
 
 #include <atomic>
@@ -66,6 +68,11 @@ void runWorker(std::shared_ptr<MovieTexture::Shared> shared, QString path, bool 
             shared->wake.notify_all();
             return;
         }
+        SceneTimingLog &timing = SceneTimingLog::instance();
+        const qint64 sample100ns = qint64(frame.time * 1e7);
+        if (timing.isEnabled())
+            timing.event("read_sample", quint64(frame.sequence), sample100ns, 0.0,
+                         QStringLiteral("flags=%1 hasSample=%2").arg(frame.loop != loop ? 1 : 0).arg(1));
         if (frame.sequence == 0)
             clockStart = Clock::now();
         if (frame.loop != loop) {
@@ -81,6 +88,9 @@ void runWorker(std::shared_ptr<MovieTexture::Shared> shared, QString path, bool 
         while (!shared->stop.load() && shared->queue.size() >= size_t(MovieTexture::kQueueLimit))
             shared->wake.wait_for(lock, std::chrono::milliseconds(1));
         shared->size = frame.size;
+        if (timing.isEnabled())
+            timing.event(frame.isNv12() ? "publish_gpu" : "publish_cpu", quint64(frame.sequence), sample100ns,
+                         double(shared->queue.size() + 1));
         shared->queue.push_back(QueuedFrame{std::move(frame), due});
         shared->state = MovieState::Ready;
         shared->wake.notify_all();
@@ -156,6 +166,12 @@ int MovieTexture::queuedFrames() const
 {
     std::lock_guard lock(m_shared->mutex);
     return int(m_shared->queue.size());
+}
+
+bool MovieTexture::hasDueFrame() const
+{
+    std::lock_guard lock(m_shared->mutex);
+    return !m_shared->queue.empty() && m_shared->queue.front().due <= Clock::now();
 }
 
 std::optional<MovieFrame> MovieTexture::takeNewestFrame()

@@ -45,12 +45,17 @@ public:
     void stop();
 
     QString path() const { return m_path; }
+    // True from start() until stop() has joined the worker.
+    bool workerRunning() const { return m_thread.joinable(); }
     MovieState state() const;
     MovieDecodeMode decodeMode() const;
     QString errorText() const;
     QSize frameSize() const;
     int queuedFrames() const;
 
+    // Whether takeNewestFrame() would hand a frame over now; the view polls this to know
+    // when a repaint is worth drawing.
+    bool hasDueFrame() const;
     // The newest frame whose time has come; older due frames are dropped with it.
     std::optional<MovieFrame> takeNewestFrame();
     // The oldest queued frame regardless of the clock, for readers that want every frame.

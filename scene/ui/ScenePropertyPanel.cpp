@@ -1,5 +1,7 @@
 #include "scene/ui/ScenePropertyPanel.h"
 
+#include "scene/ui/SceneVideoSourceControls.h"
+
 #include <QCheckBox>
 #include <QColorDialog>
 #include <QComboBox>
@@ -440,6 +442,19 @@ void ScenePropertyPanel::buildTexture()
         form, tr("Texture rotation"), [](const GuideObject &o) { return double(o.uv_rotation) * 90.0; },
         [](GuideObject &o, double v) { o.uv_rotation = float(std::round(v / 90.0)); }, 0, 270, 0, 90,
         QStringLiteral("°"));
+    addVideoSourceRows(form, false);
+}
+
+void ScenePropertyPanel::addVideoSourceRows(QFormLayout *form, bool projectorImage)
+{
+    auto *controls = new SceneVideoSourceControls(
+        projectorImage,
+        [this](const GuideObject &o, bool projector) { return m_videoStatus ? m_videoStatus(o, projector) : QString(); },
+        form->parentWidget());
+    form->addRow(controls);
+    m_refreshers.push_back([controls](const GuideObject &o) { controls->setObject(o); });
+    connect(controls, &SceneVideoSourceControls::edited, this,
+            [this](const std::function<void(GuideObject &)> &change) { commit(change); });
 }
 
 void ScenePropertyPanel::buildShape()
@@ -606,6 +621,7 @@ void ScenePropertyPanel::buildProjector()
                      tr("Guide %1 (missing)"));
     addFile(source, tr("Image file"), &GuideObject::projector_image_file_path,
             tr("Images and movies (*.png *.jpg *.jpeg *.bmp *.tif *.tiff *.webp *.mp4 *.mov *.avi *.mkv);;All files (*)"));
+    addVideoSourceRows(source, true);
 }
 
 void ScenePropertyPanel::buildFootprint()

@@ -30,6 +30,11 @@ public:
     void setGuideNames(const QStringList &names);
     // The scene's guide objects (index, name): a projector projects one of them.
     void setGuideObjects(const QList<QPair<int, QString>> &objects);
+    // The state of an object's movie or live source (the 3D view's sources).
+    void setVideoStatusProvider(std::function<QString(const GuideObject &, bool projectorImage)> provider)
+    {
+        m_videoStatus = std::move(provider);
+    }
 
 Q_SIGNALS:
     void objectEdited(int index, const GuideObject &edited);
@@ -67,6 +72,7 @@ private:
     void buildShape();
     void buildProjector();
     void buildFootprint();
+    void addVideoSourceRows(QFormLayout *form, bool projectorImage);
 
     int m_index = -1;
     int m_builtKind = -2;
@@ -80,4 +86,5 @@ private:
     QVBoxLayout *m_contentLayout = nullptr;
     std::vector<std::function<void(const GuideObject &)>> m_refreshers;
     bool m_refreshing = false;
+    std::function<QString(const GuideObject &, bool)> m_videoStatus;
 };

@@ -15,6 +15,8 @@
 #include "scene/ui/SceneKeyMap.h"
 #include "scene/ui/SceneTools.h"
 #include "scene/ui/SceneTexts.h"
+#include "scene/ui/SceneViewSenders.h"
+#include "video/VideoSourceRegistry.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -83,6 +85,8 @@ SceneWidget::SceneWidget(QWidget *parent)
     // Bursts of edits and camera moves queue one frame, drawn when the event loop is free.
     m_framePacer = new SceneFramePacer(this);
     connect(m_framePacer, &SceneFramePacer::frameDue, this, [this] { update(); });
+    m_videoSources = new VideoSourceRegistry(this);
+    connect(m_videoSources, &VideoSourceRegistry::frameDue, m_framePacer, &SceneFramePacer::requestFrame);
     m_navigateTool = std::make_unique<SceneNavigateTool>(*this);
     m_gizmoTool = std::make_unique<SceneGizmoTool>(*this);
     m_selectTool = std::make_unique<SceneSelectTool>(*this, *m_gizmoTool);
@@ -94,9 +98,14 @@ SceneWidget::~SceneWidget()
     // GL resources belong to this widget's context.
     if (m_renderer && context()) {
         makeCurrent();
+        m_viewSenders.reset();
         m_renderer.reset();
         doneCurrent();
     }
+    m_viewSenders.reset();
+    // Decoders and receivers end with the view, not with the QObject clean-up after it.
+    delete m_videoSources;
+    m_videoSources = nullptr;
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -138,6 +147,7 @@ void SceneWidget::onModelChanged()
     m_seenCurrent = m_model.selectedIndex();
     if (objectsChanged) {
         updateLensView();
+        m_videoSources->sync(m_model.objects());
     }
     requestRepaint();
     if (objectsChanged)
@@ -881,7 +891,9 @@ void SceneWidget::initializeGL()
         qWarning("%s", qPrintable(error));
         return;
     }
+    renderer->setTextureSourceResolver(m_videoSources->resolver());
     m_renderer = std::move(renderer);
+    m_viewSenders = std::make_unique<SceneViewSenders>();
 }
 
 void SceneWidget::resizeGL(int, int)
@@ -939,6 +951,8 @@ void SceneWidget::renderFrame()
     const qreal dpr = devicePixelRatioF();
     m_renderer->render(objects(), m_camera, settings, defaultFramebufferObject(),
                        QSize(int(width() * dpr), int(height() * dpr)));
+    if (m_viewSenders)
+        m_viewSenders->publish(*m_renderer, context()->extraFunctions(), objects());
     m_framePacer->afterUpdate();
     resetGlStateForPainter();
 }

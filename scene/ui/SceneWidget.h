@@ -19,6 +19,8 @@
 #include <vector>
 
 class SceneRenderer;
+class SceneViewSenders;
+class VideoSourceRegistry;
 class SceneOverlay;
 class SceneTool;
 class SceneNavigateTool;
@@ -144,6 +146,9 @@ public:
     // Whether a repaint is waiting in the frame queue.
     bool frameQueued() const;
 
+    // Movies, NDI and Spout sources of the objects, kept in step with the scene.
+    VideoSourceRegistry *videoSources() const { return m_videoSources; }
+
     // True when the renderer started in this widget's GL context.
     bool rendererReady() const;
     QString rendererError() const { return m_rendererError; }
@@ -202,6 +207,8 @@ private:
     bool m_glReady = false;
     SceneOverlay *m_overlay = nullptr;
     SceneFramePacer *m_framePacer = nullptr;
+    VideoSourceRegistry *m_videoSources = nullptr;
+    std::unique_ptr<SceneViewSenders> m_viewSenders;
     SceneFrameRate m_frameRate;
 
     // View switches.

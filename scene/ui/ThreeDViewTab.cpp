@@ -8,6 +8,7 @@
 #include "scene/ui/SceneAddObjectDialog.h"
 #include "scene/ui/ScenePropertyPanel.h"
 #include "scene/ui/SceneWidget.h"
+#include "video/VideoSourceRegistry.h"
 
 #include <QAction>
 #include <QActionGroup>
@@ -39,6 +40,9 @@ ThreeDViewTab::ThreeDViewTab(QWidget *parent)
 
     m_view = new SceneWidget(this);
     m_panel = new ScenePropertyPanel(this);
+    m_panel->setVideoStatusProvider([view = m_view](const GuideObject &object, bool projectorImage) {
+        return view->videoSources()->statusText(object, projectorImage);
+    });
     m_list = new QListWidget(this);
     m_list->setObjectName(QStringLiteral("vantreoSceneObjectList"));
     m_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
