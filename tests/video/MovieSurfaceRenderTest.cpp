@@ -144,8 +144,9 @@ TEST_F(MovieSurfaceRender, Nv12FrameWithOddWidthConvertsOnTheGpuWithoutFlip)
 {
     OffscreenSceneRenderer &r = sharedRenderer();
     ASSERT_TRUE(r.renderer().capabilities().nv12Geometry);
-    // The hardware path's buffer: luma rows then interleaved chroma rows, `stride` bytes apart.
-    const int w = 33, h = 24, stride = 34;
+    // The hardware path's buffer: luma rows then interleaved chroma rows, `stride` bytes apart;
+    // with an odd width the last chroma sample has no V byte of its own.
+    const int w = 33, h = 24, stride = 33;
     const QImage picture = quadrantPicture(w, h);
     MovieFrame frame;
     frame.size = QSize(w, h);
@@ -170,6 +171,11 @@ TEST_F(MovieSurfaceRender, Nv12FrameWithOddWidthConvertsOnTheGpuWithoutFlip)
     ASSERT_TRUE(MovieTextureSource::nv12Frame(frame, &packed));
     EXPECT_EQ(packed.luma.size(), w * h);
     EXPECT_EQ(packed.chroma.size(), ((w + 1) / 2) * 2 * (h / 2));
+    const int chromaRow = (w + 1) / 2 * 2;
+    for (int y : {0, h / 2 - 1}) {
+        EXPECT_EQ(packed.chroma[y * chromaRow + chromaRow - 2], packed.chroma[y * chromaRow + chromaRow - 4]);
+        EXPECT_EQ(packed.chroma[y * chromaRow + chromaRow - 1], packed.chroma[y * chromaRow + chromaRow - 3]);
+    }
     auto source = std::make_shared<Nv12TextureSource>(w, h, packed.luma, packed.chroma);
     r.renderer().setTextureSourceResolver(
         [source](const GuideObject &, int, bool projector) -> std::shared_ptr<SceneTextureSource> {
