@@ -1,6 +1,7 @@
 #include "VideoTestSupport.h"
 #include "scene_gl/SceneGlTestSupport.h"
 
+#include "scene/gl/SceneTimingLog.h"
 #include "video/MovieTextureSource.h"
 #include "video/VideoPlaceholder.h"
 #include "video/VideoSourceRegistry.h"
@@ -233,4 +234,76 @@ TEST_F(MovieSurfaceRender, RemovingOrChangingTheSourceEndsTheWorkerAtOnce)
     EXPECT_EQ(sources.activeSourceCount(), 0);
     RecordProperty("switch_stop_ms", int(switchMs));
     RecordProperty("delete_stop_ms", int(deleteMs));
+}
+
+TEST_F(MovieSurfaceRender, ProjectorCastsItsMovieUnflipped)
+{
+    ASSERT_TRUE(s_clipOk);
+    OffscreenSceneRenderer &r = sharedRenderer();
+    VideoSourceRegistry sources;
+    r.renderer().setTextureSourceResolver(sources.resolver());
+    GuideObject projector = makeProjector({0, 0, 3.0f}, 0.0f);
+    projector.projector_image_file_path = path("quadrants.mp4");
+    const QVector<GuideObject> objects{makePlane(3.0f, 3.0f), projector};
+    sources.sync(objects);
+    SceneRenderSettings settings = plainSettings();
+    settings.hiddenObjectIndex = 1;
+    const ViewCamera camera = frontCamera(1.5);
+    auto at = [&](const QImage &image, double wx, double wy) {
+        QPointF p;
+        camera.worldToPixel(QVector3D(float(wx), float(wy), 0), kView, &p);
+        return hueOf(image.pixel(int(p.x()), int(p.y())));
+    };
+    // 3 m away at throw ratio 1 the picture is 3 m wide and 1.875 m high.
+    QImage image;
+    const bool cast = waitUntil([&] {
+        image = r.render(objects, camera, settings, kView);
+        return at(image, -0.75, 0.45) == Hue::Red && at(image, 0.75, 0.45) == Hue::Blue
+            && at(image, 0.0, -0.45) == Hue::Green;
+    });
+    EXPECT_TRUE(cast) << "red top-left, blue top-right, green below, as the clip has them";
+    r.renderer().setTextureSourceResolver({});
+}
+
+TEST_F(MovieSurfaceRender, TimingLogRecordsDecodePublishAndReceive)
+{
+    ASSERT_TRUE(s_clipOk);
+    SceneTimingLog &log = SceneTimingLog::instance();
+    const QString logPath = path("timing.log");
+    ASSERT_TRUE(log.open(logPath));
+    {
+        OffscreenSceneRenderer &r = sharedRenderer();
+        VideoSourceRegistry sources;
+        r.renderer().setTextureSourceResolver(sources.resolver());
+        const QVector<GuideObject> objects = sceneWithTexture(path("quadrants.mp4"));
+        sources.sync(objects);
+        auto source = std::dynamic_pointer_cast<MovieTextureSource>(sources.sourceFor(objects[0], false));
+        ASSERT_TRUE(source);
+        EXPECT_TRUE(waitUntil([&] {
+            r.render(objects, frontCamera(1.0), plainSettings(), kView);
+            return source->framesReceived() >= 3;
+        }));
+        r.renderer().setTextureSourceResolver({});
+    }
+    log.close();
+    QFile file(logPath);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QList<QByteArray> lines = file.readAll().split('\n');
+    ASSERT_FALSE(lines.isEmpty());
+    EXPECT_EQ(lines.first(), QByteArray(SceneTimingLog::kHeader));
+    auto count = [&](const char *event) {
+        int n = 0;
+        for (const QByteArray &line : lines) {
+            const QList<QByteArray> fields = line.split('\t');
+            n += fields.size() == 7 && fields.at(1) == event;
+        }
+        return n;
+    };
+    EXPECT_GE(count("read_sample"), 3);
+    EXPECT_GE(count("publish_cpu"), 3);
+    EXPECT_GE(count("receive_cpu"), 3);
+    bool detail = false;
+    for (const QByteArray &line : lines)
+        detail = detail || (line.contains("\tread_sample\t") && line.endsWith("hasSample=1") && line.contains("flags="));
+    EXPECT_TRUE(detail);
 }
