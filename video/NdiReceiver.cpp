@@ -211,7 +211,7 @@ void NdiReceiver::start()
     m_shared = std::make_shared<Shared>();
     try {
         m_thread = std::thread(runReceiver, m_shared, &m_runtime, m_name);
-    } catch (const std::system_error &failure) {
+    } catch (const std::system_error &) {
         setError(*m_shared, tr("Failed to create NDI receiver for source") + QLatin1Char(' ') + m_name);
     }
 }

@@ -51,7 +51,10 @@ void record(const char *name)
     ++state().calls[name];
 }
 
-int finderToken, receiverToken, senderToken;
+int finderToken, receiverToken;
+#ifndef STANDIN_NO_SEND
+int senderToken;
+#endif
 
 } // namespace
 
