@@ -137,4 +137,27 @@
         <translation>Spout sender name</translation>
     </message>
 </context>
+<context>
+    <name>SceneViewOutputControls</name>
+    <message>
+        <source>None</source>
+        <translation>None</translation>
+    </message>
+    <message>
+        <source>Spout</source>
+        <translation>Spout</translation>
+    </message>
+    <message>
+        <source>NDI</source>
+        <translation>NDI</translation>
+    </message>
+    <message>
+        <source>View output</source>
+        <translation>View output</translation>
+    </message>
+    <message>
+        <source>Output name</source>
+        <translation>Output name</translation>
+    </message>
+</context>
 </TS>

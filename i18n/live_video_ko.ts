@@ -137,4 +137,27 @@
         <translation>Spout 송신기 이름</translation>
     </message>
 </context>
+<context>
+    <name>SceneViewOutputControls</name>
+    <message>
+        <source>None</source>
+        <translation>없음</translation>
+    </message>
+    <message>
+        <source>Spout</source>
+        <translation>Spout</translation>
+    </message>
+    <message>
+        <source>NDI</source>
+        <translation>NDI</translation>
+    </message>
+    <message>
+        <source>View output</source>
+        <translation>뷰 출력</translation>
+    </message>
+    <message>
+        <source>Output name</source>
+        <translation>출력 이름</translation>
+    </message>
+</context>
 </TS>

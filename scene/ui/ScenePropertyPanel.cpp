@@ -445,6 +445,15 @@ void ScenePropertyPanel::buildTexture()
     addVideoSourceRows(form, false);
 }
 
+void ScenePropertyPanel::addViewOutputRows(QFormLayout *form)
+{
+    auto *controls = new SceneViewOutputControls(form->parentWidget());
+    form->addRow(controls);
+    m_refreshers.push_back([controls](const GuideObject &o) { controls->setObject(o); });
+    connect(controls, &SceneViewOutputControls::edited, this,
+            [this](const std::function<void(GuideObject &)> &change) { commit(change); });
+}
+
 void ScenePropertyPanel::addVideoSourceRows(QFormLayout *form, bool projectorImage)
 {
     auto *controls = new SceneVideoSourceControls(
@@ -600,6 +609,7 @@ void ScenePropertyPanel::buildProjector()
     addBool(form, tr("Show frustum"), &GuideObject::show_projector_frustum);
     addBool(form, tr("Show name"), &GuideObject::projector_name_visible);
     addBool(form, tr("Show info text"), &GuideObject::projector_info_text_visible);
+    addViewOutputRows(form);
     if (!projector)
         return;
     addBool(form, tr("Projection visible"), &GuideObject::projection_visible);

@@ -73,6 +73,7 @@ private:
     void buildProjector();
     void buildFootprint();
     void addVideoSourceRows(QFormLayout *form, bool projectorImage);
+    void addViewOutputRows(QFormLayout *form);
 
     int m_index = -1;
     int m_builtKind = -2;

@@ -1,6 +1,7 @@
 #include "scene/ui/SceneVideoSourceControls.h"
 
 #include "video/MovieTexture.h"
+#include "video/NdiSender.h"
 #include "video/ObjectVideoSource.h"
 
 #include <QComboBox>
@@ -9,6 +10,8 @@
 #include <QLineEdit>
 #include <QSignalBlocker>
 #include <QTimer>
+
+#include <algorithm>
 
 SceneVideoSourceControls::SceneVideoSourceControls(bool projectorImage, StatusProvider status, QWidget *parent)
     : QWidget(parent)
@@ -93,4 +96,36 @@ void SceneVideoSourceControls::refreshState()
         text = MovieTexture::stateText(MovieState::NoMovie);
     if (m_state->text() != text)
         m_state->setText(text);
+}
+
+SceneViewOutputControls::SceneViewOutputControls(QWidget *parent)
+    : QWidget(parent)
+{
+    auto *form = new QFormLayout(this);
+    form->setContentsMargins(0, 0, 0, 0);
+    m_mode = new QComboBox(this);
+    m_mode->setObjectName(QStringLiteral("viewOutputMode"));
+    m_mode->addItems({tr("None"), tr("Spout"), tr("NDI")});
+    form->addRow(tr("View output"), m_mode);
+    m_name = new QLineEdit(this);
+    m_name->setObjectName(QStringLiteral("viewOutputName"));
+    form->addRow(tr("Output name"), m_name);
+    connect(m_mode, &QComboBox::currentIndexChanged, this, [this](int mode) {
+        Q_EMIT edited([mode](GuideObject &o) { o.projector_view_output_mode = mode; });
+    });
+    connect(m_name, &QLineEdit::editingFinished, this, [this] {
+        const QString name = m_name->text().trimmed();
+        Q_EMIT edited([name](GuideObject &o) { o.projector_view_output_name = name; });
+    });
+}
+
+void SceneViewOutputControls::setObject(const GuideObject &object)
+{
+    const QSignalBlocker blockMode(m_mode);
+    m_mode->setCurrentIndex(std::clamp(object.projector_view_output_mode, 0, 2));
+    m_name->setPlaceholderText(NdiSender::viewSenderName(object.isProjector(), {}));
+    if (m_name->text() != object.projector_view_output_name) {
+        const QSignalBlocker block(m_name);
+        m_name->setText(object.projector_view_output_name);
+    }
 }

@@ -42,3 +42,21 @@ private:
     QLineEdit *m_spout = nullptr;
     QTimer *m_stateTimer = nullptr;
 };
+
+// A projector's or camera's view output: none, a Spout sender or an NDI sender, and the
+// name it is published under (empty: "VantreoGuide Projector View" or "... Camera View").
+class SceneViewOutputControls : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit SceneViewOutputControls(QWidget *parent = nullptr);
+    void setObject(const GuideObject &object);
+
+Q_SIGNALS:
+    void edited(const std::function<void(GuideObject &)> &change);
+
+private:
+    QComboBox *m_mode = nullptr;
+    QLineEdit *m_name = nullptr;
+};

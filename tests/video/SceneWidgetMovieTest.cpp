@@ -1,3 +1,4 @@
+#include "NdiStandinClient.h"
 #include "VideoTestSupport.h"
 
 #include "scene/ui/SceneWidget.h"
@@ -96,4 +97,41 @@ TEST(SceneWidgetMovie, WallPlaysTheMoviePanelShowsStateAndDeleteStopsTheWorker)
     EXPECT_EQ(view->deleteSelection(false), 1);
     EXPECT_FALSE(movie->workerRunning()) << "the decoder ends with its surface";
     EXPECT_EQ(view->videoSources()->activeSourceCount(), 0);
+}
+
+// Switching a projector's view output to NDI in the panel publishes the view through the
+// process's runtime binding, found through the runtime directory variable.
+TEST(SceneWidgetViewOutput, NdiOutputChosenInThePanelReachesTheRuntime)
+{
+    qputenv("NDI_RUNTIME_DIR_V6", VG_NDI_STANDIN_DIR);
+    Standin standin(VG_NDI_STANDIN);
+    ASSERT_TRUE(standin.ok());
+    auto tab = std::make_unique<ThreeDViewTab>();
+    tab->resize(1000, 700);
+    tab->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(tab.get()));
+    SceneWidget *view = tab->sceneWidget();
+    QApplication::processEvents();
+    if (!view->rendererReady())
+        GTEST_SKIP() << "no OpenGL 3.3: " << view->rendererError().toStdString();
+    GuideObject projector;
+    projector.guide_index = KindProjector;
+    projector.name = QStringLiteral("Projector");
+    projector.translate_z = 3.0f;
+    const int index = view->model().addObject(projector);
+    view->selectOnly(index);
+    QApplication::processEvents();
+    auto *mode = tab->findChild<QComboBox *>(QStringLiteral("viewOutputMode"));
+    ASSERT_TRUE(mode);
+    mode->setCurrentIndex(2);
+    EXPECT_EQ(view->objects().at(index).projector_view_output_mode, 2);
+    EXPECT_TRUE(waitUntil([&] { return standin.callCount("NDIlib_send_send_video_v2") > 0; }));
+    EXPECT_EQ(standin.text("sender_name"), "VantreoGuide Projector View");
+    const QImage sent = standin.sent();
+    EXPECT_EQ(sent.size(), QSize(1280, 800)) << "1920 x 1200 published at 1280 px across";
+
+    mode->setCurrentIndex(0);
+    QApplication::processEvents();
+    EXPECT_TRUE(waitUntil([&] { return standin.callCount("NDIlib_send_destroy") == 1; }));
+    qunsetenv("NDI_RUNTIME_DIR_V6");
 }
