@@ -6,9 +6,10 @@
 #include "app/GuideExportAll.h"
 #include "app/TabViewDocuments.h"
 #include "app/WindowRecording.h"
-#include "app/TabFactory.h"
+#include "app/TabKind.h"
 #include "app/TabTitleWidget.h"
 #include "app/UiPreferences.h"
+#include "common/SettingsKeys.h"
 
 #include <QAction>
 #include <QActionGroup>
@@ -81,15 +82,13 @@ MainWindow::MainWindow(QWidget *parent)
 
     QSettings settings;
     m_uiScale = storedUiScale(settings);
-    m_autoUpdate = settings.value(QStringLiteral("updates/autoUpdate"), true).toBool();
-    m_gpuAdapterKey = settings.value(QStringLiteral("graphics/adapterKey"), QString::fromLatin1(kGpuAdapterAutoKey))
-                          .toString()
-                          .trimmed();
+    m_autoUpdate = Settings::autoUpdate.read();
+    m_gpuAdapterKey = Settings::graphicsAdapter.read(settings).trimmed();
     if (m_gpuAdapterKey.isEmpty())
         m_gpuAdapterKey = QString::fromLatin1(kGpuAdapterAutoKey);
     // The file itself is opened in the first deferred step, once the project lifecycle
     // is attached and the tab area exists.
-    m_programSettingsFile = settings.value(QStringLiteral("paths/programSettingsFile")).toString();
+    m_programSettingsFile = Settings::projectFile.read(settings);
     m_baseUiFont = storedUiFont(settings);
 
     m_restartLauncher = [](const QString &program, const QStringList &arguments) {
@@ -179,10 +178,10 @@ void MainWindow::buildMenus()
     QMenu *edit = makeMenu("menuEdit");
     QAction *undo = addMenuAction(edit, "actionUndo", false);
     undo->setShortcut(QKeySequence(QStringLiteral("Ctrl+Z")));
-    connect(undo, &QAction::triggered, this, [this] { triggerOnCurrentTab("undo"); });
+    connect(undo, &QAction::triggered, this, [this] { undoOnCurrentTab(false); });
     QAction *redo = addMenuAction(edit, "actionRedo", false);
     redo->setShortcut(QKeySequence(QStringLiteral("Ctrl+Y")));
-    connect(redo, &QAction::triggered, this, [this] { triggerOnCurrentTab("redo"); });
+    connect(redo, &QAction::triggered, this, [this] { undoOnCurrentTab(true); });
 
     QMenu *addTab = makeMenu("menuAddTab");
     connect(addMenuAction(addTab, "actionAddGuideTab", true), &QAction::triggered, this, [this] { addGuideTab(); });
@@ -423,7 +422,7 @@ void MainWindow::retranslateUi()
 
 void MainWindow::updateLanguageChecks()
 {
-    const QString code = normalizeLanguageCode(QSettings().value(QStringLiteral("ui/language")).toString());
+    const QString code = normalizeLanguageCode(Settings::uiLanguage.read());
     for (QAction *entry : m_languageGroup->actions())
         entry->setChecked(entry->data().toString() == code);
 }
@@ -468,51 +467,38 @@ QWidget *MainWindow::currentContentTab() const
 
 QWidget *MainWindow::addGuideTab(const QString &title)
 {
-    return addTabOfKind(QString::fromLatin1(kGuideTabKind), title);
+    return addTab(guideTabKind(), title);
 }
 
 QWidget *MainWindow::addCanvasTab(const QString &title)
 {
-    return addTabOfKind(QString::fromLatin1(kCanvasTabKind), title);
+    return addTab(canvasTabKind(), title);
 }
 
 QWidget *MainWindow::add3DViewTab(const QString &title)
 {
-    return addTabOfKind(QString::fromLatin1(kThreeDViewTabKind), title);
+    return addTab(threeDViewTabKind(), title);
 }
 
-QWidget *MainWindow::addTabOfKind(const QString &kind, const QString &title)
+QWidget *MainWindow::addTab(const TabKind &kind, const QString &title)
 {
-    QWidget *content = nullptr;
-    if (kind == QLatin1String(kGuideTabKind))
-        content = createGuideTabContent(m_tabs);
-    else if (kind == QLatin1String(kCanvasTabKind))
-        content = createCanvasTabContent(m_tabs);
-    else if (kind == QLatin1String(kThreeDViewTabKind))
-        content = createThreeDViewTabContent(m_tabs);
-    if (!content)
-        return nullptr;
-    return insertContentTab(content, kind, title);
+    return insertContentTab(kind.create(*this, m_tabs), kind, title);
 }
 
-QWidget *MainWindow::insertContentTab(QWidget *content, const QString &kind, const QString &title)
+int MainWindow::takeTabNumber(const QString &counter)
+{
+    int &next = m_tabNumbers[counter];
+    next = std::max(next, 1);
+    return next++;
+}
+
+QWidget *MainWindow::insertContentTab(QWidget *content, const TabKind &kind, const QString &title)
 {
     if (!content)
         return nullptr;
-    content->setProperty(kTabKindProperty, kind);
-
-    QString fallback;
-    if (kind == QLatin1String(kGuideTabKind)) {
-        fallback = tr("Guide %1").arg(m_guideTitleCounter++);
-        content->setProperty("guideSourceId", m_guideSourceIdCounter++);
-    } else if (kind == QLatin1String(kCanvasTabKind)) {
-        fallback = tr("Canvas %1").arg(m_canvasTitleCounter++);
-    } else {
-        int views = 0;
-        for (QWidget *tab : contentTabs())
-            views += tabKindOf(tab) == QLatin1String(kThreeDViewTabKind) ? 1 : 0;
-        fallback = views == 0 ? tr("3D View") : tr("3D View %1").arg(views + 1);
-    }
+    TabKindRegistry::mark(content, kind);
+    // Counted even when a title is given, so later new tabs never repeat a loaded one's number.
+    const QString fallback = kind.newTitle(*this);
     const QString shownTitle = title.isEmpty() ? fallback : title;
     content->setProperty("fallbackTabTitle", shownTitle);
 
@@ -536,7 +522,7 @@ QWidget *MainWindow::insertContentTab(QWidget *content, const QString &kind, con
     applyFontToTab(content);
     m_tabs->setCurrentWidget(content);
     m_lastContentIndex = indexOfContentTab(content);
-    Q_EMIT tabAdded(content, kind);
+    Q_EMIT tabAdded(content, kind.id());
     updateEditActions();
     m_tabLayoutTimer->start();
     return content;
@@ -548,10 +534,10 @@ QWidget *MainWindow::duplicateTab(int index)
     if (!source)
         return nullptr;
     m_tabs->setCurrentWidget(source);
-    QWidget *copy = duplicateTabContent(source, m_tabs);
-    if (!copy)
+    const TabKind *kind = TabKindRegistry::kindOf(source);
+    if (!kind)
         return nullptr;
-    return insertContentTab(copy, tabKindOf(source), QString());
+    return insertContentTab(kind->duplicate(*this, source, m_tabs), *kind, QString());
 }
 
 bool MainWindow::deleteTab(int index, bool confirm)
@@ -662,17 +648,19 @@ void MainWindow::showTabContextMenu(const QPoint &position)
 void MainWindow::updateEditActions()
 {
     QWidget *current = currentContentTab();
-    const QMetaObject *meta = current ? current->metaObject() : nullptr;
+    const TabKind *kind = TabKindRegistry::kindOf(current);
+    const bool available = kind && kind->hasUndo(current);
     if (QAction *undo = action(QStringLiteral("actionUndo")))
-        undo->setEnabled(meta && meta->indexOfMethod("undo()") >= 0);
+        undo->setEnabled(available);
     if (QAction *redo = action(QStringLiteral("actionRedo")))
-        redo->setEnabled(meta && meta->indexOfMethod("redo()") >= 0);
+        redo->setEnabled(available);
 }
 
-void MainWindow::triggerOnCurrentTab(const char *method)
+void MainWindow::undoOnCurrentTab(bool redo)
 {
-    if (QWidget *current = currentContentTab())
-        QMetaObject::invokeMethod(current, method);
+    QWidget *current = currentContentTab();
+    if (const TabKind *kind = TabKindRegistry::kindOf(current))
+        redo ? kind->redo(current) : kind->undo(current);
 }
 
 // ---- UI scale, font, language ------------------------------------------------------------
@@ -686,7 +674,7 @@ void MainWindow::setUiScale(double scale, bool persist, bool announce)
         applyFontToTab(content);
     scheduleRelayout();
     if (persist)
-        QSettings().setValue(QStringLiteral("ui/scale"), m_uiScale);
+        Settings::uiScale.write(m_uiScale);
     if (announce) {
         const int percent = int(std::round(m_uiScale * 100.0));
         statusBar()->showMessage(tr("UI scale: %1% (viewport unchanged)").arg(percent), kStatusMessageTimeout);
@@ -724,13 +712,13 @@ void MainWindow::setBaseUiFont(const QFont &font, bool persist)
 {
     m_baseUiFont = font;
     if (persist)
-        QSettings().setValue(QStringLiteral("ui/font"), font.toString());
+        Settings::uiFont.write(font.toString());
     setUiScale(m_uiScale, false, false);
 }
 
 void MainWindow::resetUiFont()
 {
-    QSettings().remove(QStringLiteral("ui/font"));
+    Settings::uiFont.remove();
     m_baseUiFont = defaultUiFont();
     setUiScale(m_uiScale, false, false);
 }
@@ -738,7 +726,7 @@ void MainWindow::resetUiFont()
 void MainWindow::setUiLanguage(const QString &code)
 {
     const QString language = normalizeLanguageCode(code);
-    QSettings().setValue(QStringLiteral("ui/language"), language);
+    Settings::uiLanguage.write(language);
     QString error;
     if (!installUiTranslation(language, &error))
         qWarning().noquote() << QStringLiteral("Could not load UI translation: %1").arg(error);
@@ -880,7 +868,7 @@ void MainWindow::applyGpuSelection(const QString &key)
         return;
     }
     m_gpuAdapterKey = key;
-    QSettings().setValue(QStringLiteral("graphics/adapterKey"), key);
+    Settings::graphicsAdapter.write(key);
 
     QMessageBox box(this);
     box.setObjectName(QStringLiteral("vantreoGpuRestartBox"));

@@ -4,6 +4,7 @@
 #include "common/GpuAdapter.h"
 
 #include <QFont>
+#include <QHash>
 #include <QList>
 #include <QMainWindow>
 #include <QPointer>
@@ -17,6 +18,7 @@ class QMenu;
 class QPushButton;
 class QTabWidget;
 class QTimer;
+class TabKind;
 class TabTitleWidget;
 
 // The program's main window: menus, status bar, the tab area "mainContentTabs" with
@@ -61,10 +63,12 @@ public:
     QWidget *addGuideTab(const QString &title = QString());
     QWidget *addCanvasTab(const QString &title = QString());
     QWidget *add3DViewTab(const QString &title = QString());
-    QWidget *addTabOfKind(const QString &kind, const QString &title = QString());
+    QWidget *addTab(const TabKind &kind, const QString &title = QString());
     // Adds a prepared content widget as a tab of the given kind (used by the above and
     // by "Copy"); the window takes ownership.
-    QWidget *insertContentTab(QWidget *content, const QString &kind, const QString &title);
+    QWidget *insertContentTab(QWidget *content, const TabKind &kind, const QString &title);
+    // The next number of a counter that tab kinds keep in the window ("Guide %1"); starts at 1.
+    int takeTabNumber(const QString &counter);
 
     // "Copy": a new tab of the same kind with a copy of the contents.
     QWidget *duplicateTab(int index);
@@ -172,7 +176,7 @@ private:
     void scheduleRelayout();
     void relayoutTabs();
     void updateEditActions();
-    void triggerOnCurrentTab(const char *method);
+    void undoOnCurrentTab(bool redo);
     void runStartupProjectStep();
     void restartApplication();
 
@@ -204,9 +208,7 @@ private:
     bool m_programSettingsChanged = false;
     bool m_closeApproved = false;
     bool m_startupProjectOpened = false;
-    int m_guideTitleCounter = 1;
-    int m_guideSourceIdCounter = 1;
-    int m_canvasTitleCounter = 1;
+    QHash<QString, int> m_tabNumbers;
     int m_lastContentIndex = -1;
     ProjectHooks m_hooks;
     QString m_gpuDrmRoot = QStringLiteral("/sys/class/drm");

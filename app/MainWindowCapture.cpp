@@ -4,7 +4,7 @@
 #include "app/MainWindow.h"
 
 #include "app/GpuSelectionDialog.h"
-#include "app/TabFactory.h"
+#include "app/TabKind.h"
 
 #include <QApplication>
 #include <QDir>
@@ -26,7 +26,7 @@ struct CaptureStep
 {
     enum Kind { AddTab, SetUiScale, Screenshot, OpenMenu, GpuSelection, SelectTab, CloseAllTabs, Wait };
     Kind kind = Wait;
-    QString tabKind;
+    const TabKind *tabKind = nullptr;
     QString title;
     double scale = 1.0;
     QString file;
@@ -35,11 +35,11 @@ struct CaptureStep
     int milliseconds = 0;
 };
 
-CaptureStep addTab(const char *kind)
+CaptureStep addTab(const TabKind &kind)
 {
     CaptureStep step;
     step.kind = CaptureStep::AddTab;
-    step.tabKind = QString::fromLatin1(kind);
+    step.tabKind = &kind;
     return step;
 }
 
@@ -82,33 +82,33 @@ QList<CaptureStep> stepsForMode(CaptureMode mode)
         return {screenshot("01_start_page.png"),
                 menuShot("menuFile", "02_file_menu.png"),
                 menuShot("menuAddTab", "03_add_tab_menu.png"),
-                addTab(kGuideTabKind),
+                addTab(guideTabKind()),
                 screenshot("04_guide_tab.png"),
-                addTab(kCanvasTabKind),
+                addTab(canvasTabKind()),
                 screenshot("05_canvas_tab.png"),
-                addTab(kThreeDViewTabKind),
+                addTab(threeDViewTabKind()),
                 screenshot("06_3d_view_tab.png"),
                 menuShot("menuSettings", "07_settings_menu.png"),
                 gpuShot("08_gpu_selection.png"),
                 closeAll()};
     case CaptureMode::ProjectionTutorialScreenshots:
         return {screenshot("01_start_page.png"),
-                addTab(kGuideTabKind),
+                addTab(guideTabKind()),
                 screenshot("02_guide_tab.png"),
-                addTab(kThreeDViewTabKind),
+                addTab(threeDViewTabKind()),
                 screenshot("03_3d_view_tab.png"),
-                addTab(kCanvasTabKind),
+                addTab(canvasTabKind()),
                 screenshot("04_canvas_tab.png"),
                 closeAll()};
     case CaptureMode::Projection2pjTutorialScreenshots:
         return {screenshot("01_start_page.png"),
-                addTab(kGuideTabKind),
+                addTab(guideTabKind()),
                 screenshot("02_guide_tab_projector_1.png"),
-                addTab(kGuideTabKind),
+                addTab(guideTabKind()),
                 screenshot("03_guide_tab_projector_2.png"),
-                addTab(kThreeDViewTabKind),
+                addTab(threeDViewTabKind()),
                 screenshot("04_3d_view_tab.png"),
-                addTab(kCanvasTabKind),
+                addTab(canvasTabKind()),
                 screenshot("05_canvas_tab.png"),
                 closeAll()};
     case CaptureMode::TutorialCapture:
@@ -140,11 +140,14 @@ bool parseScenarioStep(const QJsonValue &value, int number, CaptureStep *step, Q
     const QString action = object.value(QStringLiteral("action")).toString();
     if (action == QLatin1String("addTab")) {
         step->kind = CaptureStep::AddTab;
-        step->tabKind = object.value(QStringLiteral("kind")).toString();
+        step->tabKind = TabKindRegistry::find(object.value(QStringLiteral("kind")).toString());
         step->title = object.value(QStringLiteral("title")).toString();
-        if (step->tabKind != QLatin1String(kGuideTabKind) && step->tabKind != QLatin1String(kCanvasTabKind)
-            && step->tabKind != QLatin1String(kThreeDViewTabKind))
-            return fail(QStringLiteral("\"kind\" must be \"guide\", \"canvas\" or \"3dView\"."));
+        if (!step->tabKind) {
+            QStringList ids;
+            for (const TabKind *kind : TabKindRegistry::kinds())
+                ids.append(QLatin1Char('"') + kind->id() + QLatin1Char('"'));
+            return fail(QStringLiteral("\"kind\" must be one of %1.").arg(ids.join(QStringLiteral(", "))));
+        }
     } else if (action == QLatin1String("setUiScale")) {
         step->kind = CaptureStep::SetUiScale;
         if (!object.value(QStringLiteral("scale")).isDouble())
@@ -241,7 +244,7 @@ static bool runSteps(MainWindow *window, const QList<CaptureStep> &steps, const 
     for (const CaptureStep &step : steps) {
         switch (step.kind) {
         case CaptureStep::AddTab:
-            window->addTabOfKind(step.tabKind, step.title);
+            window->addTab(*step.tabKind, step.title);
             settle(400);
             break;
         case CaptureStep::SetUiScale:

@@ -2,7 +2,7 @@
 
 #include "app/GuideRecords.h"
 #include "app/MainWindow.h"
-#include "app/TabFactory.h"
+#include "app/TabKind.h"
 #include "canvas/ui/CanvasTab.h"
 #include "common/AtomicFileWrite.h"
 #include "project/GuideReferences.h"
@@ -13,6 +13,7 @@
 #include "project/ResourceCollector.h"
 #include "project/ZipArchive.h"
 #include "scene/ui/ThreeDViewTab.h"
+#include "common/SettingsKeys.h"
 
 #include <QAction>
 #include <QApplication>
@@ -46,25 +47,10 @@ namespace {
 
 constexpr int kBackupIntervalMs = 5 * 60 * 1000;
 
-const char *const kProjectFileKey = "paths/programSettingsFile";
-const char *const kProjectDirectoryKey = "paths/programSettingsDirectory";
-const char *const kRecentKey = "paths/recentProgramSettingsFiles";
-const char *const kShareDirectoryKey = "paths/sharePackageDirectory";
-const char *const kImportDirectoryKey = "paths/projectBundleImportDirectory";
 
 const char *const kOverlayStyle =
     "#vantreoProjectLoadingOverlay { background-color: rgb(30, 34, 39); border: none;}"
     "#vantreoProjectLoadingOverlay QLabel { color: rgba(255, 255, 255, 210); font-size: 18px; font-weight: 600;}";
-
-QString settingString(const char *key)
-{
-    return QSettings().value(QLatin1String(key)).toString();
-}
-
-void setSetting(const char *key, const QVariant &value)
-{
-    QSettings().setValue(QLatin1String(key), value);
-}
 
 QString timestamp()
 {
@@ -201,32 +187,16 @@ ProjectDocument ProjectLifecycle::currentDocument() const
     for (GuideTab *guide : guides)
         doc.guides.append(guide->settings());
     for (QWidget *content : tabs) {
-        const QString kind = tabKindOf(content);
-        if (auto *guide = qobject_cast<GuideTab *>(content)) {
-            if (content == current)
-                doc.currentTab = doc.tabs.size();
-            doc.tabs.append({QString::fromLatin1(kGuideTabKind), int(guides.indexOf(guide))});
-        } else if (auto *canvas = qobject_cast<CanvasTab *>(content)) {
-            if (content == current)
-                doc.currentTab = doc.tabs.size();
-            CanvasTabSettings settings = canvas->settings();
-            settings.title = m_window->displayedTabTitle(m_window->indexOfContentTab(content));
-            doc.tabs.append({QString::fromLatin1(kCanvasTabKind), int(doc.canvasTabs.size())});
-            doc.canvasTabs.append(settings);
-        } else if (auto *view = qobject_cast<ThreeDViewTab *>(content)) {
-            if (content == current)
-                doc.currentTab = doc.tabs.size();
-            Guide3DViewSettings settings = view->viewSettings();
-            settings.present = true;
-            settings.title = m_window->displayedTabTitle(m_window->indexOfContentTab(content));
-            doc.tabs.append({QString::fromLatin1(kThreeDViewTabKind), int(doc.views.size())});
-            doc.views.append(settings);
-        } else {
-            Q_UNUSED(kind);
-        }
+        const TabKind *kind = TabKindRegistry::kindOf(content);
+        if (!kind)
+            continue;
+        if (content == current)
+            doc.currentTab = doc.tabs.size();
+        const QString title = m_window->displayedTabTitle(m_window->indexOfContentTab(content));
+        doc.tabs.append({kind->id(), kind->write(content, title, &doc)});
     }
     doc.activeGuide = doc.guides.isEmpty() ? 0 : qBound(0, m_activeGuide, int(doc.guides.size()) - 1);
-    if (doc.currentTab >= 0 && doc.tabs[doc.currentTab].kind == QLatin1String(kGuideTabKind))
+    if (doc.currentTab >= 0 && TabKindRegistry::find(doc.tabs[doc.currentTab].kind) == &guideTabKind())
         doc.activeGuide = doc.tabs[doc.currentTab].index;
     if (!doc.views.isEmpty())
         doc.activeView = doc.views.first();
@@ -277,12 +247,8 @@ void ProjectLifecycle::checkChanges()
 
 void ProjectLifecycle::watchTab(QWidget *content)
 {
-    if (auto *guide = qobject_cast<GuideTab *>(content))
-        connect(guide, &GuideTab::settingsChanged, this, &ProjectLifecycle::scheduleChangeCheck);
-    else if (auto *canvas = qobject_cast<CanvasTab *>(content))
-        connect(canvas, &CanvasTab::settingsChanged, this, &ProjectLifecycle::scheduleChangeCheck);
-    else if (auto *view = qobject_cast<ThreeDViewTab *>(content))
-        connect(view, &ThreeDViewTab::sceneChanged, this, &ProjectLifecycle::scheduleChangeCheck);
+    if (const TabKind *kind = TabKindRegistry::kindOf(content))
+        kind->watch(content, this, [this] { scheduleChangeCheck(); });
 }
 
 void ProjectLifecycle::rememberActiveGuide()
@@ -308,9 +274,9 @@ void ProjectLifecycle::updateWindowTitle()
 void ProjectLifecycle::setCurrentFile(const QString &path)
 {
     m_currentFile = path.isEmpty() ? QString() : QFileInfo(path).absoluteFilePath();
-    setSetting(kProjectFileKey, m_currentFile);
+    Settings::projectFile.write(m_currentFile);
     if (!m_currentFile.isEmpty())
-        setSetting(kProjectDirectoryKey, QFileInfo(m_currentFile).absolutePath());
+        Settings::projectDirectory.write(QFileInfo(m_currentFile).absolutePath());
     updateWindowTitle();
     Q_EMIT projectFileChanged(m_currentFile);
 }
@@ -398,14 +364,14 @@ bool ProjectLifecycle::newProject(bool ask)
 
 bool ProjectLifecycle::openProjectInteractive()
 {
-    const QString path = m_dialogs.openFile(tr("Open Vantreo project"), settingString(kProjectDirectoryKey),
+    const QString path = m_dialogs.openFile(tr("Open Vantreo project"), Settings::projectDirectory.read(),
                                             tr("All Supported Project Files (*.vgs *.json);;Vantreo Guide Project (*.vgs);;Legacy JSON Settings (*.json)"));
     return !path.isEmpty() && openProject(path);
 }
 
 bool ProjectLifecycle::mergeProjectInteractive()
 {
-    const QString path = m_dialogs.openFile(tr("Merge Vantreo project"), settingString(kProjectDirectoryKey),
+    const QString path = m_dialogs.openFile(tr("Merge Vantreo project"), Settings::projectDirectory.read(),
                                             tr("All Supported Project Files (*.vgs *.json);;Vantreo Guide Project (*.vgs);;Legacy JSON Settings (*.json)"));
     return !path.isEmpty() && mergeProject(path);
 }
@@ -477,28 +443,20 @@ void ProjectLifecycle::applyDocument(const ProjectDocument &source, Mode mode)
     // Tab order: the file's list, then whatever it did not name, so nothing is dropped.
     QList<ProjectTabEntry> order;
     QSet<QString> named;
-    auto sizeOf = [&](const QString &kind) {
-        if (kind == QLatin1String(kGuideTabKind))
-            return int(doc.guides.size());
-        if (kind == QLatin1String(kCanvasTabKind))
-            return int(doc.canvasTabs.size());
-        if (kind == QLatin1String(kThreeDViewTabKind))
-            return int(doc.views.size());
-        return 0;
-    };
     for (const ProjectTabEntry &entry : doc.tabs) {
-        const QString kind = entry.kind.trimmed();
-        const QString key = kind + QLatin1Char('/') + QString::number(entry.index);
-        if (entry.index < sizeOf(kind) && !named.contains(key)) {
+        const TabKind *kind = TabKindRegistry::find(entry.kind);
+        if (!kind)
+            continue;
+        const QString key = kind->id() + QLatin1Char('/') + QString::number(entry.index);
+        if (entry.index < kind->recordCount(doc) && !named.contains(key)) {
             named.insert(key);
-            order.append({kind, entry.index});
+            order.append({kind->id(), entry.index});
         }
     }
-    for (const char *kind : {kGuideTabKind, kCanvasTabKind, kThreeDViewTabKind}) {
-        const QString k = QString::fromLatin1(kind);
-        for (int i = 0; i < sizeOf(k); ++i) {
-            if (!named.contains(k + QLatin1Char('/') + QString::number(i)))
-                order.append({k, i});
+    for (const TabKind *kind : TabKindRegistry::kinds()) {
+        for (int i = 0; i < kind->recordCount(doc); ++i) {
+            if (!named.contains(kind->id() + QLatin1Char('/') + QString::number(i)))
+                order.append({kind->id(), i});
         }
     }
 
@@ -507,49 +465,25 @@ void ProjectLifecycle::applyDocument(const ProjectDocument &source, Mode mode)
         m_window->tabWidget()->setCurrentIndex(m_window->contentTabCount() - 1);
 
     QList<QWidget *> created;
-    int guideNumber = 0, canvasNumber = 0, viewNumber = 0;
+    QHash<const TabKind *, int> numbers;
     QList<GuideTab *> guideTabs;
     for (const ProjectTabEntry &entry : order) {
-        QWidget *content = nullptr;
-        if (entry.kind == QLatin1String(kGuideTabKind)) {
-            ++guideNumber;
-            showProgress((merge ? tr("Merging guide tab %1 of %2...") : tr("Loading guide tab %1 of %2..."))
-                             .arg(guideNumber)
-                             .arg(doc.guides.size()));
-            content = m_window->addGuideTab();
+        const TabKind *kind = TabKindRegistry::find(entry.kind);
+        showProgress(kind->progressText(merge, ++numbers[kind], kind->recordCount(doc)));
+        QWidget *content = m_window->addTab(*kind, kind->recordTitle(doc, entry.index));
+        kind->setLoading(content, true);
+        if (auto *guide = qobject_cast<GuideTab *>(content)) {
+            // Merged guides take the records after those already open.
             guiderecords::setRecord(content, guideOffset + entry.index);
-            if (auto *guide = qobject_cast<GuideTab *>(content)) {
-                guide->setSettings(doc.guides[entry.index]);
-                guideTabs.append(guide);
-            }
-        } else if (entry.kind == QLatin1String(kCanvasTabKind)) {
-            ++canvasNumber;
-            showProgress((merge ? tr("Merging Canvas tab %1 of %2...") : tr("Loading Canvas tab %1 of %2..."))
-                             .arg(canvasNumber)
-                             .arg(doc.canvasTabs.size()));
-            const CanvasTabSettings &settings = doc.canvasTabs[entry.index];
-            content = m_window->addCanvasTab(settings.title);
-            if (auto *canvas = qobject_cast<CanvasTab *>(content))
-                canvas->setSettings(settings);
-        } else {
-            ++viewNumber;
-            showProgress((merge ? tr("Merging 3D View %1 of %2...") : tr("Restoring 3D View %1 of %2..."))
-                             .arg(viewNumber)
-                             .arg(doc.views.size()));
-            const Guide3DViewSettings &settings = doc.views[entry.index];
-            content = m_window->add3DViewTab(settings.title);
-            if (auto *view = qobject_cast<ThreeDViewTab *>(content))
-                view->setViewSettings(settings);
+            guideTabs.append(guide);
         }
+        kind->read(content, doc, entry.index);
         created.append(content);
     }
 
     if (!merge) {
         showProgress(tr("Restoring active guide..."));
         m_activeGuide = doc.activeGuide;
-        for (int i = 0; i < guideTabs.size(); ++i) {
-            showProgress(tr("Preparing guide preview %1 of %2...").arg(i + 1).arg(guideTabs.size()));
-        }
         showProgress(tr("Updating 3D View controls..."));
         for (QWidget *content : created) {
             if (auto *view = qobject_cast<ThreeDViewTab *>(content))
@@ -577,6 +511,8 @@ void ProjectLifecycle::applyDocument(const ProjectDocument &source, Mode mode)
         }
         showProgress(tr("Updating merged views..."));
     }
+    for (QWidget *content : created)
+        TabKindRegistry::kindOf(content)->setLoading(content, false);
 }
 
 // ---- save ------------------------------------------------------------------------------------
@@ -595,7 +531,7 @@ bool ProjectLifecycle::saveProjectAs()
         m_dialogs.warn(tr("Save failed"), tr("No guide settings to save."));
         return false;
     }
-    const QString folder = m_currentFile.isEmpty() ? settingString(kProjectDirectoryKey) : QFileInfo(m_currentFile).absolutePath();
+    const QString folder = m_currentFile.isEmpty() ? Settings::projectDirectory.read() : QFileInfo(m_currentFile).absolutePath();
     const QString name = m_currentFile.isEmpty() ? QStringLiteral("VantreoGuideSettings.vgs") : QFileInfo(m_currentFile).fileName();
     QString path = m_dialogs.saveFile(tr("Save Vantreo project"), QDir(folder).filePath(name), tr("Vantreo Guide Project (*)"));
     if (path.isEmpty())
@@ -659,7 +595,7 @@ bool ProjectLifecycle::saveProjectAsWithResources()
         m_dialogs.warn(tr("Save Project As (with Resources)"), tr("No project data to save."));
         return false;
     }
-    const QString folder = m_currentFile.isEmpty() ? settingString(kProjectDirectoryKey) : QFileInfo(m_currentFile).absolutePath();
+    const QString folder = m_currentFile.isEmpty() ? Settings::projectDirectory.read() : QFileInfo(m_currentFile).absolutePath();
     QString path = m_dialogs.saveFile(tr("Save Vantreo project"), QDir(folder).filePath(QStringLiteral("VantreoGuideSettings.vgs")),
                                       tr("Vantreo Guide Project (*)"));
     if (path.isEmpty())
@@ -728,7 +664,7 @@ bool ProjectLifecycle::writeBackup(const QByteArray *existing)
     if (!existing && !hasProjectData(doc))
         return false;
     const QString folder = m_currentFile.isEmpty()
-        ? QDir(settingString(kProjectDirectoryKey).isEmpty() ? QDir::homePath() : settingString(kProjectDirectoryKey))
+        ? QDir(Settings::projectDirectory.read().isEmpty() ? QDir::homePath() : Settings::projectDirectory.read())
               .filePath(QStringLiteral("backup"))
         : vg::backups::backupFolderFor(m_currentFile);
     if (!QDir().mkpath(folder)) {
@@ -758,12 +694,12 @@ bool ProjectLifecycle::writeBackup(const QByteArray *existing)
 
 QStringList ProjectLifecycle::recentProjects() const
 {
-    return QSettings().value(QLatin1String(kRecentKey)).toStringList();
+    return Settings::recentProjects.read();
 }
 
 void ProjectLifecycle::addRecent(const QString &path)
 {
-    setSetting(kRecentKey, vg::recent::withOpenedFile(recentProjects(), QFileInfo(path).absoluteFilePath()));
+    Settings::recentProjects.write(vg::recent::withOpenedFile(recentProjects(), QFileInfo(path).absoluteFilePath()));
     rebuildRecentMenu();
 }
 
@@ -792,14 +728,14 @@ void ProjectLifecycle::rebuildRecentMenu()
 QString ProjectLifecycle::askZipPath(const QString &title, const QString &filter)
 {
     const QString base = m_currentFile.isEmpty() ? QStringLiteral("VantreoGuideSettings") : QFileInfo(m_currentFile).completeBaseName();
-    QString path = m_dialogs.saveFile(title, QDir(settingString(kShareDirectoryKey)).filePath(base + QStringLiteral(".zip")), filter);
+    QString path = m_dialogs.saveFile(title, QDir(Settings::sharePackageDirectory.read()).filePath(base + QStringLiteral(".zip")), filter);
     if (path.isEmpty())
         return QString();
     if (!path.endsWith(QStringLiteral(".zip"), Qt::CaseInsensitive))
         path += QStringLiteral(".zip");
     if (QFileInfo::exists(path) && !m_dialogs.confirm(title, tr("%1 already exists.").arg(QDir::toNativeSeparators(path))))
         return QString();
-    setSetting(kShareDirectoryKey, QFileInfo(path).absolutePath());
+    Settings::sharePackageDirectory.write(QFileInfo(path).absolutePath());
     return path;
 }
 
@@ -867,7 +803,7 @@ bool ProjectLifecycle::exportProjectBundleTo(const QString &requested)
 bool ProjectLifecycle::importProjectBundle()
 {
     const QString title = tr("Import Project Bundle");
-    const QString zipPath = m_dialogs.openFile(title, settingString(kShareDirectoryKey), tr("Vantreo Guide Project Bundle (*.zip)"));
+    const QString zipPath = m_dialogs.openFile(title, Settings::sharePackageDirectory.read(), tr("Vantreo Guide Project Bundle (*.zip)"));
     if (zipPath.isEmpty())
         return false;
     if (!QFileInfo(zipPath).isFile()) {
@@ -878,11 +814,11 @@ bool ProjectLifecycle::importProjectBundle()
         m_dialogs.warn(title, withPath(tr("Selected file is not a ZIP project bundle:"), zipPath));
         return false;
     }
-    setSetting(kShareDirectoryKey, QFileInfo(zipPath).absolutePath());
-    const QString folder = m_dialogs.folder(tr("Choose Import Folder"), settingString(kImportDirectoryKey));
+    Settings::sharePackageDirectory.write(QFileInfo(zipPath).absolutePath());
+    const QString folder = m_dialogs.folder(tr("Choose Import Folder"), Settings::projectBundleImportDirectory.read());
     if (folder.isEmpty())
         return false;
-    setSetting(kImportDirectoryKey, folder);
+    Settings::projectBundleImportDirectory.write(folder);
     return importProjectBundleFrom(zipPath, folder);
 }
 

@@ -1,7 +1,8 @@
 #include "app/TabViewDocuments.h"
 
 #include "app/MainWindow.h"
-#include "app/TabFactory.h"
+#include "app/GuideRecords.h"
+#include "app/TabKind.h"
 #include "canvas/CanvasPainter.h"
 #include "canvas/ui/CanvasTab.h"
 #include "exchange/ExporterTable.h"
@@ -81,35 +82,16 @@ bool TabViewDocuments::tabPages(QList<QImage> *pages, QString *error)
         QString title = m_window->displayedTabTitle(i);
         if (title.isEmpty())
             title = tr("Tab %1").arg(i + 1);
-        QImage page;
-        if (auto *guide = qobject_cast<GuideTab *>(tabs[i])) {
-            guide->waitForGuideImage();
-            const GuideSettings s = guide->settings();
-            DocumentTitleBand band;
-            band.visible = s.documentTitleVisible;
-            band.text = s.documentCustomTitleEnabled ? s.documentCustomTitle : title;
-            band.background = s.documentTitleBackgroundColor;
-            page = composeDocumentPage(guide->guideImage(), band);
-        } else if (auto *canvas = qobject_cast<CanvasTab *>(tabs[i])) {
-            page = canvas->documentPageImage(title);
-        } else if (auto *view = qobject_cast<ThreeDViewTab *>(tabs[i])) {
-            QList<GuideSettings> guides;
-            for (QWidget *tab : tabs) {
-                if (auto *g = qobject_cast<GuideTab *>(tab))
-                    guides.append(g->settings());
-            }
-            GlExportImageSource images(guides);
-            vg::exchange::ExportViewRender request;
-            request.size = QSize(1920, 1080);
-            QImage image;
-            if (!images.renderSceneView(view->viewSettings(), request, &image, error))
-                return false;
-            DocumentTitleBand band;
-            band.text = tr("3D Simulation");
-            page = composeDocumentPage(image, band);
-        } else {
+        const TabKind *kind = TabKindRegistry::kindOf(tabs[i]);
+        if (!kind)
             continue;
-        }
+        TabPageContext context;
+        context.title = title;
+        for (GuideTab *guide : guiderecords::guideTabsByRecord(m_window))
+            context.guideTabs.append(guide);
+        QImage page;
+        if (!kind->pageImage(tabs[i], context, &page, error))
+            return false;
         if (page.isNull()) {
             *error = QCoreApplication::translate("TabViewDocument", "Could not encode slide image %1.").arg(i + 1);
             return false;

@@ -166,11 +166,6 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location filename="../app/ProjectLifecycle.cpp" line="558"/>
-        <source>Preparing guide preview %1 of %2...</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <location filename="../app/ProjectLifecycle.cpp" line="560"/>
         <source>Updating 3D View controls...</source>
         <translation type="unfinished"></translation>

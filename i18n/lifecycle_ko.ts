@@ -166,11 +166,6 @@
         <translation>활성 가이드를 복원하는 중...</translation>
     </message>
     <message>
-        <location filename="../app/ProjectLifecycle.cpp" line="558"/>
-        <source>Preparing guide preview %1 of %2...</source>
-        <translation>가이드 미리보기 준비 중 (%1/%2)...</translation>
-    </message>
-    <message>
         <location filename="../app/ProjectLifecycle.cpp" line="560"/>
         <source>Updating 3D View controls...</source>
         <translation>3D 뷰 컨트롤을 업데이트하는 중...</translation>

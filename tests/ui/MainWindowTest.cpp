@@ -1,7 +1,7 @@
 #include "MainWindowTestSupport.h"
 
 #include "app/MainWindow.h"
-#include "app/TabFactory.h"
+#include "app/TabKind.h"
 #include "canvas/ui/CanvasTab.h"
 #include "app/TabTitleWidget.h"
 #include "app/UiPreferences.h"
@@ -210,7 +210,7 @@ TEST_F(MainWindowTest, StartPageShowsWithoutTabsAndComesBack)
     button->click();
     ASSERT_EQ(window->contentTabCount(), 1);
     EXPECT_FALSE(start->isVisible());
-    EXPECT_EQ(tabKindOf(window->contentTab(0)), QStringLiteral("guide"));
+    EXPECT_EQ(TabKindRegistry::kindOf(window->contentTab(0)), &guideTabKind());
 
     EXPECT_TRUE(window->deleteTab(0, false));
     EXPECT_EQ(window->contentTabCount(), 0);
@@ -248,7 +248,7 @@ TEST_F(MainWindowTest, TabTitlesCountersAndSourceIds)
     EXPECT_EQ(v2->property("fallbackTabTitle").toString(), QStringLiteral("3D View 2"));
     EXPECT_EQ(g1->property("guideSourceId").toInt() + 1, g2->property("guideSourceId").toInt());
     EXPECT_FALSE(c1->property("guideSourceId").isValid());
-    EXPECT_EQ(tabKindOf(v1), QStringLiteral("3dView"));
+    EXPECT_EQ(TabKindRegistry::kindOf(v1), &threeDViewTabKind());
 
     // Deleting does not reuse a number or a source id.
     const int lastId = g2->property("guideSourceId").toInt();
@@ -324,7 +324,7 @@ TEST_F(MainWindowTest, CopyDuplicatesKindAndCanvasSettings)
     ASSERT_NE(copy, nullptr);
     EXPECT_EQ(window->indexOfContentTab(copy), 1);
     EXPECT_EQ(copy->settings(), settings);
-    EXPECT_EQ(tabKindOf(copy), QStringLiteral("canvas"));
+    EXPECT_EQ(TabKindRegistry::kindOf(copy), &canvasTabKind());
     EXPECT_EQ(copy->property("fallbackTabTitle").toString(), QStringLiteral("Canvas 2"));
     EXPECT_EQ(window->duplicateTab(7), nullptr);
 }

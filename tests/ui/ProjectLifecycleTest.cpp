@@ -6,6 +6,7 @@
 #include "guide/ui/GuideTab.h"
 #include "project/ProjectBackups.h"
 #include "project/ZipArchive.h"
+#include "scene/ui/SceneWidget.h"
 #include "scene/ui/ThreeDViewTab.h"
 
 #include <QDir>
@@ -565,4 +566,30 @@ TEST_F(ProjectLifecycleTest, ABundleOfManyEntriesIsExtractedWhileTheWindowReport
     const QStringList percentages = progress.filter(QRegularExpression(QStringLiteral("^\\d+%$")));
     EXPECT_FALSE(percentages.isEmpty()) << progress.join(QLatin1Char('|')).toStdString();
     EXPECT_TRUE(QFileInfo::exists(path(QStringLiteral("many/source/49/file29999.txt"))));
+}
+
+// A 3D view drew frames of a half-filled scene while a project was still loading into it.
+TEST_F(ProjectLifecycleTest, ThreeDViewsDrawNothingUntilTheLoadHasFinished)
+{
+    auto window = makeWindow();
+    window->show();
+    ProjectLifecycle *lifecycle = lifecycleOf(window.get());
+    int viewsSeenLoading = 0;
+    lifecycle->setProgressObserver([&](const QString &line) {
+        if (line != QStringLiteral("Updating loaded views..."))
+            return;
+        for (QWidget *content : window->contentTabs()) {
+            if (auto *view = qobject_cast<ThreeDViewTab *>(content)) {
+                EXPECT_TRUE(view->sceneWidget()->isLoading());
+                EXPECT_FALSE(view->sceneWidget()->frameQueued());
+                ++viewsSeenLoading;
+            }
+        }
+    });
+    ASSERT_TRUE(lifecycle->openProject(sampleProject()));
+    EXPECT_GT(viewsSeenLoading, 0);
+    for (QWidget *content : window->contentTabs()) {
+        if (auto *view = qobject_cast<ThreeDViewTab *>(content))
+            EXPECT_FALSE(view->sceneWidget()->isLoading()) << "the view draws again once loaded";
+    }
 }

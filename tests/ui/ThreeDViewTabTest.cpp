@@ -1,7 +1,7 @@
 #include "MainWindowTestSupport.h"
 
 #include "app/MainWindow.h"
-#include "app/TabFactory.h"
+#include "app/TabKind.h"
 #include "project/SceneJson.h"
 #include "scene/ui/SceneAddObjectDialog.h"
 #include "scene/ui/ScenePropertyPanel.h"
@@ -229,7 +229,7 @@ TEST_F(ThreeDViewTabTest, WindowAddsCopiesAndUndoesThroughTheEditMenu)
     auto *copy = qobject_cast<ThreeDViewTab *>(window.duplicateTab(window.indexOfContentTab(first)));
     ASSERT_NE(copy, nullptr);
     EXPECT_EQ(copy->viewSettings().objects, first->viewSettings().objects);
-    EXPECT_EQ(tabKindOf(copy), QString::fromLatin1(kThreeDViewTabKind));
+    EXPECT_EQ(TabKindRegistry::kindOf(copy), &threeDViewTabKind());
 
     // Edit > Undo acts on the current 3D view.
     window.tabWidget()->setCurrentWidget(first);
