@@ -2,6 +2,7 @@
 
 #include "app/MainWindow.h"
 #include "guide/ui/GuideTab.h"
+#include "common/SettingsKeys.h"
 
 #include <QAction>
 #include <QApplication>
@@ -94,11 +95,11 @@ void exportAllGuides(MainWindow *window)
         return;
     }
     QSettings settings;
-    const QString last = settings.value(QStringLiteral("paths/guideExportDirectory")).toString();
+    const QString last = Settings::guideExportDirectory.read();
     const QString directory = QFileDialog::getExistingDirectory(window, QCoreApplication::translate("GuideExportAll", "Export All Guides"), last);
     if (directory.isEmpty())
         return;
-    settings.setValue(QStringLiteral("paths/guideExportDirectory"), directory);
+    Settings::guideExportDirectory.write(directory);
 
     QStringList written;
     QString error;

@@ -1,4 +1,5 @@
 #include "app/UiPreferences.h"
+#include "common/SettingsKeys.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -36,9 +37,7 @@ double normalizeUiScale(double scale)
 
 double storedUiScale(const QSettings &settings)
 {
-    bool ok = false;
-    const double value = settings.value(QStringLiteral("ui/scale"), 1.0).toDouble(&ok);
-    return normalizeUiScale(ok ? value : 1.0);
+    return normalizeUiScale(Settings::uiScale.read(settings));
 }
 
 QString normalizeLanguageCode(const QString &code)
@@ -117,7 +116,7 @@ QFont defaultUiFont()
 
 QFont storedUiFont(const QSettings &settings)
 {
-    const QString description = settings.value(QStringLiteral("ui/font")).toString().trimmed();
+    const QString description = Settings::uiFont.read(settings).trimmed();
     if (!description.isEmpty()) {
         QFont font;
         if (font.fromString(description))

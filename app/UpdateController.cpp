@@ -4,6 +4,7 @@
 #include "app/UpdateDialog.h"
 #include "net/UpdateDownloader.h"
 #include "net/UpdateHistory.h"
+#include "common/SettingsKeys.h"
 
 #include <QAction>
 #include <QApplication>
@@ -25,7 +26,7 @@ constexpr int kStatusMessageTimeout = 8000;
 
 bool autoUpdateEnabled()
 {
-    return QSettings().value(QStringLiteral("updates/autoUpdate"), true).toBool();
+    return Settings::autoUpdate.read();
 }
 
 } // namespace

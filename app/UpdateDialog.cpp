@@ -1,4 +1,5 @@
 #include "app/UpdateDialog.h"
+#include "common/SettingsKeys.h"
 
 #include <QCheckBox>
 #include <QFormLayout>
@@ -35,9 +36,9 @@ UpdateDialog::UpdateDialog(QWidget *parent)
     m_autoUpdate->setObjectName(QStringLiteral("vantreoAutoUpdateCheckBox"));
     m_autoUpdate->setToolTip(
         tr("When enabled, startup update checks ask before downloading and applying available updates."));
-    m_autoUpdate->setChecked(QSettings().value(QStringLiteral("updates/autoUpdate"), true).toBool());
+    m_autoUpdate->setChecked(Settings::autoUpdate.read());
     connect(m_autoUpdate, &QCheckBox::toggled, this,
-            [](bool on) { QSettings().setValue(QStringLiteral("updates/autoUpdate"), on); });
+            [](bool on) { Settings::autoUpdate.write(on); });
 
     m_details = new QTextBrowser(this);
     m_details->setObjectName(QStringLiteral("vantreoUpdateDetails"));

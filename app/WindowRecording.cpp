@@ -1,6 +1,7 @@
 #include "app/WindowRecording.h"
 
 #include "app/MainWindow.h"
+#include "common/SettingsKeys.h"
 
 #include <QAction>
 #include <QDir>
@@ -15,7 +16,6 @@
 
 namespace {
 
-const char *kFolderKey = "paths/captureDirectory";
 
 } // namespace
 
@@ -72,7 +72,7 @@ void WindowRecording::startRecording()
 {
     const bool previewOnly = m_question();
     QSettings settings;
-    const QString folder = settings.value(QLatin1String(kFolderKey), QDir::homePath()).toString();
+    const QString folder = settings.value(Settings::captureDirectory.key(), QDir::homePath()).toString();
     const QString name = previewOnly ? QStringLiteral("VantreoGuidePreviewCapture.mp4")
                                      : QStringLiteral("VantreoGuideCapture.mp4");
     QString path = m_saveDialog(previewOnly ? tr("Capture GPU preview") : tr("Capture program window"),
@@ -81,7 +81,7 @@ void WindowRecording::startRecording()
         return;
     if (!path.endsWith(QLatin1String(".mp4"), Qt::CaseInsensitive))
         path += QLatin1String(".mp4");
-    settings.setValue(QLatin1String(kFolderKey), QFileInfo(path).absolutePath());
+    settings.setValue(Settings::captureDirectory.key(), QFileInfo(path).absolutePath());
     QWidget *target = previewOnly ? previewTarget() : static_cast<QWidget *>(m_window);
     m_recorder.setPaintedCursor(previewOnly);
     QString error;

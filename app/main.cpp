@@ -4,6 +4,7 @@
 #include "app/UiPreferences.h"
 #include "app/VantreoProxyStyle.h"
 #include "common/GpuAdapter.h"
+#include "common/SettingsKeys.h"
 
 #include <QApplication>
 #include <QDebug>
@@ -31,7 +32,7 @@ int main(int argc, char **argv)
         const QSettings settings(QSettings::NativeFormat, QSettings::UserScope, QString::fromLatin1(kOrganisation),
                                  QString::fromLatin1(kApplication));
         applyGpuAdapterChoiceToEnvironment(
-            settings.value(QStringLiteral("graphics/adapterKey"), QString::fromLatin1(kGpuAdapterAutoKey)).toString());
+            Settings::graphicsAdapter.read(settings));
     }
 
     // 1. Identity and style.
@@ -45,7 +46,7 @@ int main(int argc, char **argv)
 
     // 2. Translation; English when it cannot be loaded.
     QString translationError;
-    const QString language = QSettings().value(QStringLiteral("ui/language"), QStringLiteral("en")).toString();
+    const QString language = Settings::uiLanguage.read();
     if (!installUiTranslation(language, &translationError))
         qWarning().noquote() << QStringLiteral("Could not load UI translation: %1").arg(translationError);
 

@@ -4,6 +4,7 @@
 #include "exchange/ExportScene.h"
 #include "exchange/ExportText.h"
 #include "exchange/FilmBack.h"
+#include "common/SettingsKeys.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -465,7 +466,7 @@ ExporterEntry fbxExporterEntry()
             QT_TRANSLATE_NOOP("Exporters", "Export FBX..."),
             ExportSubject::SceneView,
             QStringLiteral("vantreo_scene"),
-            QStringLiteral("paths/fbxExportDirectory"),
+            Settings::fbxExportDirectory.key(),
             [](const ExportRequest &request, const QString &path, QStringList *written, QString *error) {
                 ExportImageSource fallback(request.guides);
                 return writeSceneFbx(request.objects, request.images ? *request.images : fallback, path,

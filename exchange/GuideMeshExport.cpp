@@ -4,6 +4,7 @@
 #include "exchange/ExportScene.h"
 #include "exchange/ExportText.h"
 #include "exchange/MayaExport.h"
+#include "common/SettingsKeys.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -199,7 +200,7 @@ ExporterEntry guideMeshExporterEntry()
             QT_TRANSLATE_NOOP("Exporters", "Export Guide Mesh (OBJ + MEL)..."),
             ExportSubject::Guide,
             QStringLiteral("vantreo_guide"),
-            QStringLiteral("paths/guideMeshExportDirectory"),
+            Settings::guideMeshExportDirectory.key(),
             [](const ExportRequest &request, const QString &path, QStringList *written, QString *error) {
                 if (request.guideIndex < 0 || request.guideIndex >= request.guides.size()) {
                     if (error)

@@ -5,6 +5,7 @@
 #include "exchange/ExportText.h"
 #include "exchange/FilmBack.h"
 #include "exchange/ObjExport.h"
+#include "common/SettingsKeys.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -184,7 +185,7 @@ ExporterEntry mayaExporterEntry()
             QT_TRANSLATE_NOOP("Exporters", "Export Maya Projector Scene..."),
             ExportSubject::SceneView,
             QStringLiteral("projector_scene"),
-            QStringLiteral("paths/mayaExportDirectory"),
+            Settings::mayaExportDirectory.key(),
             [](const ExportRequest &request, const QString &path, QStringList *written, QString *error) {
                 ExportImageSource fallback(request.guides);
                 QList<int> lenses = request.selection;

@@ -3,6 +3,7 @@
 #include "exchange/ExportImageSource.h"
 #include "exchange/ExportScene.h"
 #include "exchange/ExportText.h"
+#include "common/SettingsKeys.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -290,7 +291,7 @@ ExporterEntry objExporterEntry()
             QT_TRANSLATE_NOOP("Exporters", "Export OBJ..."),
             ExportSubject::SceneView,
             QStringLiteral("3d_view"),
-            QStringLiteral("paths/objExportDirectory"),
+            Settings::objExportDirectory.key(),
             [](const ExportRequest &request, const QString &path, QStringList *written, QString *error) {
                 ExportImageSource fallback(request.guides);
                 ExportImageSource &images = request.images ? *request.images : fallback;

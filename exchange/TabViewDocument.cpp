@@ -7,6 +7,7 @@
 #include "guide/PngWriter.h"
 #include "guide/ProjectorLayout.h"
 #include "project/ProjectFile.h"
+#include "common/SettingsKeys.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -390,7 +391,7 @@ ExporterEntry pdfExporterEntry()
 {
     return {QStringLiteral("pdf"), QStringLiteral("pdf"), QT_TRANSLATE_NOOP("Exporters", "PDF Files"),
             QT_TRANSLATE_NOOP("Exporters", "Export Tab Views to PDF..."), ExportSubject::Project, QStringLiteral("tab_views"),
-            QStringLiteral("paths/tabViewExportDirectory"),
+            Settings::tabViewExportDirectory.key(),
             [](const ExportRequest &request, const QString &path, QStringList *written, QString *error) {
                 return writeDocumentPages(request, path, written, error, true);
             }};
@@ -400,7 +401,7 @@ ExporterEntry pptxExporterEntry()
 {
     return {QStringLiteral("pptx"), QStringLiteral("pptx"), QT_TRANSLATE_NOOP("Exporters", "PowerPoint Files"),
             QT_TRANSLATE_NOOP("Exporters", "Export Tab Views to PPTX..."), ExportSubject::Project,
-            QStringLiteral("tab_views"), QStringLiteral("paths/tabViewExportDirectory"),
+            QStringLiteral("tab_views"), Settings::tabViewExportDirectory.key(),
             [](const ExportRequest &request, const QString &path, QStringList *written, QString *error) {
                 return writeDocumentPages(request, path, written, error, false);
             }};

@@ -5,6 +5,7 @@
 #include "exchange/ExportText.h"
 #include "exchange/FbxExport.h"
 #include "exchange/FilmBack.h"
+#include "common/SettingsKeys.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -320,7 +321,7 @@ ExporterEntry usdExporterEntry()
             QT_TRANSLATE_NOOP("Exporters", "Export USD..."),
             ExportSubject::SceneView,
             QStringLiteral("vantreo_scene"),
-            QStringLiteral("paths/usdExportDirectory"),
+            Settings::usdExportDirectory.key(),
             [](const ExportRequest &request, const QString &path, QStringList *written, QString *error) {
                 ExportImageSource fallback(request.guides);
                 return writeSceneUsd(request.objects, request.images ? *request.images : fallback, path, written, error);

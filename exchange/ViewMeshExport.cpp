@@ -4,6 +4,7 @@
 #include "exchange/ExportScene.h"
 #include "exchange/ExportText.h"
 #include "exchange/ObjExport.h"
+#include "common/SettingsKeys.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -400,7 +401,7 @@ ExporterEntry viewMeshExporterEntry()
             QT_TRANSLATE_NOOP("Exporters", "Export Projector View Mesh..."),
             ExportSubject::SceneView,
             QStringLiteral("projector_view_mesh"),
-            QStringLiteral("paths/viewMeshExportDirectory"),
+            Settings::viewMeshExportDirectory.key(),
             [](const ExportRequest &request, const QString &path, QStringList *written, QString *error) {
                 ExportImageSource fallback(request.guides);
                 int lens = request.objectIndex;

@@ -232,8 +232,8 @@ struct GuideObject {
     // Shared between snapshots; compared by identity.
     std::shared_ptr<const SceneMesh> imported_mesh;
 
-    bool operator==(const GuideObject &other) const;
-    bool operator!=(const GuideObject &other) const { return !(*this == other); }
+    // Every field by value; the shared imported mesh by identity (shared_ptr's own ==).
+    bool operator==(const GuideObject &other) const = default;
 
     bool isProjector() const { return guide_index == KindProjector; }
     bool isCamera() const { return guide_index == KindCamera; }

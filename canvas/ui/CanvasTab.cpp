@@ -8,6 +8,7 @@
 #include "canvas/ui/CanvasWidget.h"
 #include "guide/PngWriter.h"
 #include "guide/ui/GuideTab.h"
+#include "common/SettingsKeys.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -374,17 +375,16 @@ QString CanvasTab::canvasName() const
     return m_title.isEmpty() ? property("fallbackTabTitle").toString() : m_title;
 }
 
-void CanvasTab::rememberDirectory(const char *key, const QString &filePath)
+void CanvasTab::rememberDirectory(const TextSetting &folderSetting, const QString &filePath)
 {
-    QSettings().setValue(QString::fromLatin1(key), QFileInfo(filePath).absolutePath());
+    folderSetting.write(QFileInfo(filePath).absolutePath());
 }
 
-QString CanvasTab::lastDirectory(const char *key, const char *olderKey) const
+QString CanvasTab::lastDirectory(const TextSetting &folderSetting, const TextSetting &olderFolder) const
 {
-    QSettings settings;
-    QString folder = settings.value(QString::fromLatin1(key)).toString();
+    QString folder = folderSetting.read();
     if (folder.isEmpty())
-        folder = settings.value(QString::fromLatin1(olderKey)).toString();
+        folder = olderFolder.read();
     if (folder.isEmpty() || !QFileInfo(folder).isDir())
         folder = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
     return folder;
@@ -406,7 +406,7 @@ bool CanvasTab::exportCanvasPng(const QString &path, QString *error)
     QString written;
     if (!::exportCanvasPng(m_canvas->canvas(), fullSources(), path, &written, error))
         return false;
-    rememberDirectory("paths/canvasExportDirectory", written);
+    rememberDirectory(Settings::canvasExportDirectory, written);
     return true;
 }
 
@@ -417,7 +417,7 @@ bool CanvasTab::exportCanvasPngInteractive()
         m_dialogs.warn(tr("Export failed"), tr("No canvas objects to export."));
         return false;
     }
-    const QString folder = lastDirectory("paths/canvasExportDirectory", "paths/compositeExportDirectory");
+    const QString folder = lastDirectory(Settings::canvasExportDirectory, Settings::compositeExportDirectory);
     const QString path = m_dialogs.saveFile(tr("Export Canvas PNG"), QDir(folder).filePath(canvasExportFileName(bounds.size())),
                                             tr("PNG Images (*.png)"));
     if (path.isEmpty())
@@ -448,7 +448,7 @@ bool CanvasTab::exportSelectedGuidePngInteractive()
     }
     const QSize placed = canvasObjectPlacedSize(object, sources).expandedTo(QSize(1, 1));
     const QString name = object.guide_index < m_sources.size() ? m_sources[object.guide_index].name : QString();
-    const QString folder = lastDirectory("paths/canvasExportDirectory", "paths/compositeExportDirectory");
+    const QString folder = lastDirectory(Settings::canvasExportDirectory, Settings::compositeExportDirectory);
     const QString path =
         m_dialogs.saveFile(tr("Export Selected Guide PNG"),
                            QDir(folder).filePath(selectedGuideExportFileName(name, image->pixelSize, placed)),
@@ -469,7 +469,7 @@ bool CanvasTab::exportSelectedGuidePngInteractive()
         m_dialogs.warn(tr("Export failed"), tr("Selected guide PNG file could not be saved."));
         return false;
     }
-    rememberDirectory("paths/canvasExportDirectory", target);
+    rememberDirectory(Settings::canvasExportDirectory, target);
     return true;
 }
 
@@ -493,7 +493,7 @@ bool CanvasTab::addImageFile(const QString &path, const QPointF &canvasPoint, QS
 
 bool CanvasTab::addImageInteractive()
 {
-    const QString folder = lastDirectory("paths/canvasImageDirectory", "paths/compositeImageDirectory");
+    const QString folder = lastDirectory(Settings::canvasImageDirectory, Settings::compositeImageDirectory);
     const QString path = m_dialogs.openFile(tr("Add Image"), folder,
                                             tr("Images (*.png *.jpg *.jpeg *.bmp *.tif *.tiff *.webp);;All Files (*.*)"));
     if (path.isEmpty())
@@ -503,7 +503,7 @@ bool CanvasTab::addImageInteractive()
         m_dialogs.warn(tr("Add Image failed"), tr("Selected image file could not be read."));
         return false;
     }
-    rememberDirectory("paths/canvasImageDirectory", path);
+    rememberDirectory(Settings::canvasImageDirectory, path);
     return true;
 }
 

@@ -17,6 +17,7 @@ class CanvasWidget;
 class GuideTab;
 class QButtonGroup;
 class QCheckBox;
+struct TextSetting;
 class QLabel;
 class QLineEdit;
 class QListWidget;
@@ -128,8 +129,8 @@ private:
     void updateGuidePreview(int index);
     void watchGuideTab(GuideTab *tab);
     CanvasSources fullSources();
-    void rememberDirectory(const char *key, const QString &filePath);
-    QString lastDirectory(const char *key, const char *olderKey) const;
+    void rememberDirectory(const TextSetting &folder, const QString &filePath);
+    QString lastDirectory(const TextSetting &folder, const TextSetting &olderFolder) const;
     QString canvasName() const;
 
     CanvasWidget *m_canvas = nullptr;

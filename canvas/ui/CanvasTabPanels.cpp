@@ -5,6 +5,7 @@
 #include "canvas/ui/CanvasObjectPanel.h"
 #include "canvas/ui/CanvasWidget.h"
 #include "guide/ui/GuideTab.h"
+#include "common/SettingsKeys.h"
 
 #include <QButtonGroup>
 #include <QEvent>
@@ -209,7 +210,7 @@ void CanvasTab::connectCanvas()
                 m_dialogs.warn(tr("Add Image failed"), tr("Selected image file could not be read."));
                 return;
             }
-            rememberDirectory("paths/canvasImageDirectory", path);
+            rememberDirectory(Settings::canvasImageDirectory, path);
             point += QPointF(40, 40) / m_canvas->zoom();
         }
     });

@@ -9,6 +9,7 @@
 #include "guide/StyleDefaults.h"
 #include "guide/ui/GuidePreviewWidget.h"
 #include "guide/ui/LayerListWidget.h"
+#include "common/SettingsKeys.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -1001,7 +1002,7 @@ bool GuideTab::exportPng(const QString &path, QString *error) const
 void GuideTab::exportPngInteractive()
 {
     QSettings settings;
-    QString dir = settings.value(QStringLiteral("paths/guideExportDirectory")).toString();
+    QString dir = Settings::guideExportDirectory.read();
     if (dir.isEmpty() || !QFileInfo(dir).isDir())
         dir = QFileInfo(m_settings.workPath).isDir() ? m_settings.workPath
                                                      : QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
@@ -1011,7 +1012,7 @@ void GuideTab::exportPngInteractive()
         return;
     if (!path.endsWith(QLatin1String(".png"), Qt::CaseInsensitive))
         path += QLatin1String(".png");
-    settings.setValue(QStringLiteral("paths/guideExportDirectory"), QFileInfo(path).absolutePath());
+    Settings::guideExportDirectory.write(QFileInfo(path).absolutePath());
     QString error;
     QApplication::setOverrideCursor(Qt::WaitCursor);
     const bool ok = exportPng(path, &error);
@@ -1074,14 +1075,14 @@ void GuideTab::saveStyleAsDefault()
 void GuideTab::chooseLogo()
 {
     QSettings settings;
-    QString dir = settings.value(QStringLiteral("paths/guideLogoDirectory")).toString();
+    QString dir = Settings::guideLogoDirectory.read();
     if (!m_settings.logoPath.isEmpty())
         dir = QFileInfo(m_settings.logoPath).absolutePath();
     const QString path = QFileDialog::getOpenFileName(this, tr("Choose Logo"), dir,
                                                       tr("Images (*.png *.jpg *.jpeg *.bmp *.svg *.webp);;All Files (*)"));
     if (path.isEmpty())
         return;
-    settings.setValue(QStringLiteral("paths/guideLogoDirectory"), QFileInfo(path).absolutePath());
+    Settings::guideLogoDirectory.write(QFileInfo(path).absolutePath());
     m_logoPath->setText(path);
     takeSettingsFromControls(Edit::Other);
 }

@@ -1,4 +1,5 @@
 #include "guide/ui/LayerListWidget.h"
+#include "common/SettingsKeys.h"
 
 #include <QCheckBox>
 #include <QColorDialog>
@@ -519,12 +520,12 @@ void LayerListWidget::setLayerGeometry(int index, double centerX, double centerY
 void LayerListWidget::chooseImage()
 {
     QSettings settings;
-    const QString dir = settings.value(QStringLiteral("paths/guideLayerImageDirectory")).toString();
+    const QString dir = Settings::guideLayerImageDirectory.read();
     const QString path = QFileDialog::getOpenFileName(this, tr("Add Image Layer"), dir,
                                                       tr("Images (*.png *.jpg *.jpeg *.bmp *.tif *.tiff *.webp);;All Files (*)"));
     if (path.isEmpty())
         return;
-    settings.setValue(QStringLiteral("paths/guideLayerImageDirectory"), QFileInfo(path).absolutePath());
+    Settings::guideLayerImageDirectory.write(QFileInfo(path).absolutePath());
     QString error;
     if (!addImageLayer(path, &error))
         QMessageBox::warning(this, tr("Add Image Layer"), error);

@@ -5,6 +5,7 @@
 #include "exchange/MeshImport.h"
 #include "scene/SceneModel.h"
 #include "scene/ui/SceneWidget.h"
+#include "common/SettingsKeys.h"
 
 #include <QAction>
 #include <QDragEnterEvent>
@@ -20,8 +21,6 @@
 namespace {
 
 // Last folder of each import dialog, in the paths group of the program settings.
-const char *const kObjDirectoryKey = "paths/objMeshImportDirectory";
-const char *const kDxfDirectoryKey = "paths/dxfDrawingImportDirectory";
 
 QStringList droppedMeshFiles(const QMimeData *mime)
 {
@@ -58,14 +57,13 @@ void ThreeDViewTab::buildImportActions()
 int ThreeDViewTab::importMeshFromDialog(AddKind kind)
 {
     const bool obj = kind == AddObjMesh;
-    const QString key = QLatin1String(obj ? kObjDirectoryKey : kDxfDirectoryKey);
-    QSettings settings;
+    const TextSetting &folder = obj ? Settings::objMeshImportDirectory : Settings::dxfDrawingImportDirectory;
     const QString path = QFileDialog::getOpenFileName(
-        this, obj ? tr("Import OBJ Mesh") : tr("Import DXF Drawing"), settings.value(key).toString(),
+        this, obj ? tr("Import OBJ Mesh") : tr("Import DXF Drawing"), folder.read(),
         obj ? tr("Wavefront OBJ (*.obj);;All files (*)") : tr("DXF Drawing (*.dxf);;All files (*)"));
     if (path.isEmpty())
         return -1;
-    settings.setValue(key, QFileInfo(path).absolutePath());
+    folder.write(QFileInfo(path).absolutePath());
     return importMeshOrTell(path);
 }
 

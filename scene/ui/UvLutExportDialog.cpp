@@ -3,6 +3,7 @@
 #include "exchange/UvLutWriter.h"
 #include "net/mediaserver/UvLutUpdate.h"
 #include "scene/gl/GlExportImageSource.h"
+#include "common/SettingsKeys.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -26,7 +27,6 @@ using namespace vg::exchange;
 
 namespace {
 
-const char *const kFolderKey = "paths/uvLutExportDirectory";
 
 // Guide pictures as the view already shows them, so nothing is rendered twice.
 class ViewImageSource : public GlExportImageSource
@@ -113,7 +113,7 @@ UvLutExportDialog::UvLutExportDialog(const QVector<GuideObject> &objects, const 
 
     m_folder = new QLineEdit(this);
     m_folder->setObjectName(QStringLiteral("uvLutFolder"));
-    m_folder->setText(QSettings().value(QLatin1String(kFolderKey), QDir::homePath()).toString());
+    m_folder->setText(QSettings().value(Settings::uvLutExportDirectory.key(), QDir::homePath()).toString());
     auto *browse = new QPushButton(tr("Browse..."), this);
     connect(browse, &QPushButton::clicked, this, &UvLutExportDialog::chooseFolder);
     auto *folderRow = new QHBoxLayout;
@@ -255,7 +255,7 @@ bool UvLutExportDialog::exportLut(QString *error)
     if (ok) {
         ok = writeUvLutPackage(result, folder(), [this](const QString &text) { setProgress(text); }, nullptr, &why);
         if (ok)
-            QSettings().setValue(QLatin1String(kFolderKey), folder());
+            Settings::uvLutExportDirectory.write(folder());
     }
     m_export->setEnabled(true);
     if (!ok)
