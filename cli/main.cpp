@@ -1,4 +1,5 @@
 #include "cli/CliCommand.h"
+#include "cli/CommandArguments.h"
 
 #include <QGuiApplication>
 
@@ -66,7 +67,12 @@ int main(int argc, char **argv)
     QTextStream err(stderr);
     CliContext ctx{out, err};
 
-    QStringList args = app.arguments();
+    QStringList args;
+    QString argumentError;
+    if (!decodeCommandArguments(argc, argv, &args, &argumentError)) {
+        err << argumentError << Qt::endl;
+        return CliUsage;
+    }
     args.removeFirst();
     if (args.isEmpty()) {
         printHelp(err);

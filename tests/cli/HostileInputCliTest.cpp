@@ -11,6 +11,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace {
 
 struct ShellRun {
@@ -158,4 +162,63 @@ TEST(HostileCli, AFullDiskIsReportedInTheSystemsWordsAndTheOldFileKept)
     EXPECT_TRUE(run.out.contains(QStringLiteral("exit=1"))) << run.out.toStdString() << run.err.toStdString();
     EXPECT_TRUE(run.out.contains(QStringLiteral("kept=old"))) << run.out.toStdString();
     EXPECT_TRUE(run.err.contains(QStringLiteral("No space left on device"))) << run.err.toStdString();
+}
+
+// Arguments are handed over byte for byte by a shell: Qt's own process start would
+// encode them as UTF-8, which is exactly what such a name is not.
+TEST(HostileCli, AFileNameThatIsNotUtf8OpensAndAMissingOneIsRefused)
+{
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    const QByteArray latin1Name = dir.path().toUtf8() + "/\xe9t\xe9.vgs";
+    {
+        QFile sample(QStringLiteral(VG_SOURCE_DIR "/samples/sample.vgs"));
+        ASSERT_TRUE(sample.open(QIODevice::ReadOnly));
+        const QByteArray bytes = sample.readAll();
+        FILE *file = std::fopen(latin1Name.constData(), "wb");
+        ASSERT_NE(file, nullptr);
+        ASSERT_EQ(std::fwrite(bytes.constData(), 1, size_t(bytes.size()), file), size_t(bytes.size()));
+        std::fclose(file);
+    }
+    auto runWithRawName = [&](const char *octalName) {
+        QProcess shell;
+        shell.start(QStringLiteral("/bin/sh"),
+                    {QStringLiteral("-c"), QStringLiteral("exec \"$0\" info \"$(printf '%s/") + QString::fromLatin1(octalName)
+                                               + QStringLiteral("' \"$1\")\""),
+                     QStringLiteral(VG_BIN_DIR "/vantreoguide-cli"), dir.path()});
+        EXPECT_TRUE(shell.waitForFinished(60000));
+        return std::pair{shell.exitCode(), QString::fromUtf8(shell.readAllStandardOutput() + shell.readAllStandardError())};
+    };
+    const CliRun reference = runCli({QStringLiteral("info"), QStringLiteral(VG_SOURCE_DIR "/samples/sample.vgs")});
+    ASSERT_EQ(reference.exitCode, 0);
+
+    const auto [code, output] = runWithRawName("\\351t\\351.vgs");
+    EXPECT_EQ(code, 0) << output.toStdString();
+    EXPECT_EQ(output, reference.out) << "the project read through the Latin-1 name is the sample";
+
+    const auto [missingCode, missingOutput] = runWithRawName("\\351missing.vgs");
+    EXPECT_EQ(missingCode, 2);
+    EXPECT_TRUE(missingOutput.contains(QStringLiteral("is not UTF-8 text and names no existing file"))) << missingOutput.toStdString();
+    // The toolkit cannot name the file to remove it either.
+    ::unlink(latin1Name.constData());
+}
+
+TEST(HostileCli, AFolderNameThatIsNotUtf8TakesOutputsToo)
+{
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    const QByteArray folder = dir.path().toUtf8() + "/show-\xe9t\xe9";
+    ASSERT_EQ(::mkdir(folder.constData(), 0700), 0);
+    QProcess shell;
+    shell.start(QStringLiteral("/bin/sh"),
+                {QStringLiteral("-c"), QStringLiteral("exec \"$0\" render-guide \"$1\" -o \"$(printf '%s/show-\\351t\\351/guide.png' \"$2\")\""),
+                 QStringLiteral(VG_BIN_DIR "/vantreoguide-cli"), QStringLiteral(VG_SOURCE_DIR "/samples/sample.vgs"), dir.path()});
+    ASSERT_TRUE(shell.waitForFinished(60000));
+    EXPECT_EQ(shell.exitCode(), 0) << shell.readAllStandardError().toStdString();
+    const QByteArray written = folder + "/guide.png";
+    struct stat info {};
+    EXPECT_EQ(::stat(written.constData(), &info), 0) << "the guide is written into the Latin-1 folder";
+    EXPECT_GT(info.st_size, 1000);
+    ::unlink(written.constData());
+    ::rmdir(folder.constData());
 }
