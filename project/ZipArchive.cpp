@@ -198,7 +198,10 @@ QStringList existingFilesFor(const QString &zipPath, const QString &destination,
         const QString name = cleanEntryName(zip_get_name(archive.get(), zip_uint64_t(i), ZIP_FL_ENC_GUESS));
         if (name.endsWith(QLatin1Char('/')) || !isSafeEntryName(name))
             continue;
-        if (QFileInfo(dest.filePath(name)).isFile())
+        // Whatever the entry would replace, looked at without following a link: a link named
+        // like an entry (even a dangling one) is replaced too, so it is asked about.
+        const QFileInfo present(dest.filePath(name));
+        if (present.isSymLink() || present.exists())
             existing.append(dest.filePath(name));
     }
     return existing;

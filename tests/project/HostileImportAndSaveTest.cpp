@@ -194,3 +194,18 @@ TEST(HostileSave, StaleCopiesOfTheSameTargetAreRemovedOnTheNextSave)
                                  QStringLiteral("target.vgs.Qq12Zz"), QStringLiteral("target.vgs.aB3xY"),
                                  QStringLiteral("target.vgs.bak")}));
 }
+
+TEST(HostileImport, LinksNamedLikeEntriesAreListedAsWhatTheImportReplaces)
+{
+    QTemporaryDir tmp;
+    const QString dest = tmp.filePath(QStringLiteral("import"));
+    QDir().mkpath(dest);
+    ASSERT_TRUE(QFile::link(tmp.filePath(QStringLiteral("nowhere")), dest + QStringLiteral("/project.vgs")));
+    ASSERT_TRUE(QFile::link(tmp.path(), dest + QStringLiteral("/notes.txt")));
+    const QString zipPath = tmp.filePath(QStringLiteral("bundle.zip"));
+    writeZip(zipPath, {{"project.vgs", "project"}, {"notes.txt", "n"}, {"fresh.txt", "f"}});
+    QString error;
+    QStringList existing = vg::zip::existingFilesFor(zipPath, dest, &error);
+    existing.sort();
+    EXPECT_EQ(existing, (QStringList{dest + QStringLiteral("/notes.txt"), dest + QStringLiteral("/project.vgs")}));
+}
