@@ -59,7 +59,7 @@ void setRecord(QWidget *content, int record)
         content->setProperty(kRecordProperty, record);
 }
 
-QList<GuideTab *> guideTabsByRecord(const MainWindow *window)
+QList<GuideTab *> guideTabsByRecord(const ProjectWindow *window)
 {
     QList<GuideTab *> tabs;
     for (QWidget *content : window->contentTabs()) {

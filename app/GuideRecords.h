@@ -4,6 +4,7 @@
 
 class GuideTab;
 class MainWindow;
+class ProjectWindow;
 class QWidget;
 
 // A guide tab stands for one guide of the project's list (its record), whatever its place
@@ -16,7 +17,7 @@ namespace guiderecords {
 int recordOf(const QWidget *content);          // -1 when not a guide tab with a record
 void setRecord(QWidget *content, int record);
 // The guide tabs by record; tabs without one follow in display order.
-QList<GuideTab *> guideTabsByRecord(const MainWindow *window);
+QList<GuideTab *> guideTabsByRecord(const ProjectWindow *window);
 
 // Keeps the records of the window's guide tabs (call once per window).
 void keepRecords(MainWindow *window);

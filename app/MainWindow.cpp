@@ -3,6 +3,7 @@
 #include "app/UpdateController.h"
 
 #include "app/GpuSelectionDialog.h"
+#include "app/GuideRecords.h"
 #include "app/GuideExportAll.h"
 #include "app/TabViewDocuments.h"
 #include "app/WindowRecording.h"
@@ -111,6 +112,7 @@ MainWindow::MainWindow(QWidget *parent)
 
     // The project lifecycle attaches here: it connects the File actions by object
     // name, enables them and sets the project hooks.
+    guiderecords::keepRecords(this);
     new ProjectLifecycle(this);
     new UpdateController(this);
     connectExportAllGuides(this);
@@ -643,6 +645,18 @@ void MainWindow::showTabContextMenu(const QPoint &position)
         duplicateTab(index);
     else if (chosen == remove)
         deleteTab(index, true);
+}
+
+void MainWindow::watchTabs(QObject *context, std::function<void(QWidget *)> added,
+                           std::function<void()> layoutChanged)
+{
+    connect(this, &MainWindow::tabAdded, context, [added](QWidget *content, const QString &) { added(content); });
+    connect(this, &MainWindow::tabLayoutChanged, context, layoutChanged);
+}
+
+void MainWindow::showStatusMessage(const QString &text, int timeoutMs)
+{
+    statusBar()->showMessage(text, timeoutMs);
 }
 
 void MainWindow::updateEditActions()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/CommandLine.h"
+#include "app/ProjectWindow.h"
 #include "common/GpuAdapter.h"
 
 #include <QFont>
@@ -27,43 +28,31 @@ class TabTitleWidget;
 // Project work (new, open, save, merge, ...) is not done here: the project lifecycle
 // finds the File menu actions by object name and fills in ProjectHooks. Until an
 // action is connected it stays disabled.
-class MainWindow : public QMainWindow
+class MainWindow : public QMainWindow, public ProjectWindow
 {
     Q_OBJECT
 
 public:
-    // What the window asks of the project lifecycle. Every member may be empty.
-    struct ProjectHooks
-    {
-        // Saves the project (asking for a path when it has none); true when it was saved.
-        std::function<bool()> saveProject;
-        // Opens a project file (command line, drop, the last program-settings file).
-        std::function<bool(const QString &path)> openProject;
-        // Loads "sample.vgs" beside the program, or sets up the default new project.
-        std::function<void()> loadStartupSample;
-    };
-
-    enum class UnsavedChangesPrompt { Closing, NewProject };
-
     explicit MainWindow(QWidget *parent = nullptr);
     ~MainWindow() override;
 
     // ---- tabs ------------------------------------------------------------------
-    QTabWidget *tabWidget() const { return m_tabs; }
+    QWidget *windowWidget() override { return this; }
+    QTabWidget *tabWidget() const override { return m_tabs; }
     QWidget *startPage() const { return m_startPage; }
     // Content tabs only, in display order (the "+" tab is never counted).
-    int contentTabCount() const;
+    int contentTabCount() const override;
     QWidget *contentTab(int index) const;
-    QList<QWidget *> contentTabs() const;
-    int indexOfContentTab(const QWidget *content) const;
-    QWidget *currentContentTab() const;
+    QList<QWidget *> contentTabs() const override;
+    int indexOfContentTab(const QWidget *content) const override;
+    QWidget *currentContentTab() const override;
 
     // Each adds a tab right after the current one, makes it current and returns its
     // content widget. A given title replaces the counter-based one (a loaded project).
     QWidget *addGuideTab(const QString &title = QString());
     QWidget *addCanvasTab(const QString &title = QString());
     QWidget *add3DViewTab(const QString &title = QString());
-    QWidget *addTab(const TabKind &kind, const QString &title = QString());
+    QWidget *addTab(const TabKind &kind, const QString &title = QString()) override;
     // Adds a prepared content widget as a tab of the given kind (used by the above and
     // by "Copy"); the window takes ownership.
     QWidget *insertContentTab(QWidget *content, const TabKind &kind, const QString &title);
@@ -75,12 +64,12 @@ public:
     // "Delete": asks first when confirm is set; true when the tab was removed.
     bool deleteTab(int index, bool confirm = true);
     // Removes every content tab without asking (new project, loading a project).
-    void removeAllTabs();
+    void removeAllTabs() override;
 
     // The title as the user set it (may be empty) and as shown (falls back to
     // "fallbackTabTitle").
     QString tabTitle(int index) const;
-    QString displayedTabTitle(int index) const;
+    QString displayedTabTitle(int index) const override;
     void setTabTitle(int index, const QString &title);
     TabTitleWidget *tabTitleWidget(int index) const;
 
@@ -99,19 +88,22 @@ public:
 
     // ---- menus, actions, status ------------------------------------------------------
     // An action or menu by object name ("actionSaveProject", "menuRecentProjects", ...).
-    QAction *action(const QString &objectName) const;
-    QMenu *menu(const QString &objectName) const;
+    QAction *action(const QString &objectName) const override;
+    QMenu *menu(const QString &objectName) const override;
+    void showStatusMessage(const QString &text, int timeoutMs) override;
     QLabel *startupApiStatusLabel() const { return m_startupApiLabel; }
 
     // ---- project lifecycle hooks ----------------------------------------------------
-    void setProjectHooks(const ProjectHooks &hooks) { m_hooks = hooks; }
+    void setProjectHooks(const ProjectHooks &hooks) override { m_hooks = hooks; }
     const ProjectHooks &projectHooks() const { return m_hooks; }
-    void setUnsavedChanges(bool unsaved) { m_unsavedChanges = unsaved; }
+    void setUnsavedChanges(bool unsaved) override { m_unsavedChanges = unsaved; }
     bool hasUnsavedChanges() const { return m_unsavedChanges || m_programSettingsChanged; }
     void setProgramSettingsChanged(bool changed) { m_programSettingsChanged = changed; }
     // The "Unsaved Changes" box; true when the caller may go on (nothing unsaved,
     // Discard, or Save succeeded).
-    bool confirmUnsavedChanges(UnsavedChangesPrompt prompt);
+    bool confirmUnsavedChanges(UnsavedChangesPrompt prompt) override;
+    void watchTabs(QObject *context, std::function<void(QWidget *)> added,
+                   std::function<void()> layoutChanged) override;
 
     // Opens the command-line project (sets "startupProjectPreparing" meanwhile).
     bool openStartupProject(const QString &path);

@@ -1,7 +1,7 @@
 #include "app/ProjectLifecycle.h"
 
 #include "app/GuideRecords.h"
-#include "app/MainWindow.h"
+#include "app/ProjectWindow.h"
 #include "app/TabKind.h"
 #include "canvas/ui/CanvasTab.h"
 #include "common/AtomicFileWrite.h"
@@ -73,28 +73,28 @@ void resetCamera(Guide3DViewSettings &view)
 
 } // namespace
 
-ProjectLifecycle::ProjectLifecycle(MainWindow *window)
-    : QObject(window)
+ProjectLifecycle::ProjectLifecycle(ProjectWindow *window)
+    : QObject(window->windowWidget())
     , m_window(window)
 {
     setObjectName(QStringLiteral("vantreoProjectLifecycle"));
     m_dialogs.openFile = [this](const QString &title, const QString &folder, const QString &filter) {
-        return QFileDialog::getOpenFileName(m_window, title, folder, filter);
+        return QFileDialog::getOpenFileName(m_window->windowWidget(), title, folder, filter);
     };
     m_dialogs.saveFile = [this](const QString &title, const QString &path, const QString &filter) {
         // The overwrite question is ours, asked once the ".vgs" suffix is known.
-        return QFileDialog::getSaveFileName(m_window, title, path, filter, nullptr, QFileDialog::DontConfirmOverwrite);
+        return QFileDialog::getSaveFileName(m_window->windowWidget(), title, path, filter, nullptr, QFileDialog::DontConfirmOverwrite);
     };
     m_dialogs.folder = [this](const QString &title, const QString &folder) {
-        return QFileDialog::getExistingDirectory(m_window, title, folder);
+        return QFileDialog::getExistingDirectory(m_window->windowWidget(), title, folder);
     };
     m_dialogs.confirm = [this](const QString &title, const QString &text) {
-        return QMessageBox::question(m_window, title, text, QMessageBox::Yes | QMessageBox::No, QMessageBox::No)
+        return QMessageBox::question(m_window->windowWidget(), title, text, QMessageBox::Yes | QMessageBox::No, QMessageBox::No)
             == QMessageBox::Yes;
     };
-    m_dialogs.warn = [this](const QString &title, const QString &text) { QMessageBox::warning(m_window, title, text); };
+    m_dialogs.warn = [this](const QString &title, const QString &text) { QMessageBox::warning(m_window->windowWidget(), title, text); };
     m_dialogs.inform = [this](const QString &title, const QString &text) {
-        QMessageBox::information(m_window, title, text);
+        QMessageBox::information(m_window->windowWidget(), title, text);
     };
 
     m_backupTimer = new QTimer(this);
@@ -110,20 +110,21 @@ ProjectLifecycle::ProjectLifecycle(MainWindow *window)
     m_changeTimer->setInterval(250);
     connect(m_changeTimer, &QTimer::timeout, this, &ProjectLifecycle::checkChanges);
 
-    MainWindow::ProjectHooks hooks;
+    ProjectWindow::ProjectHooks hooks;
     hooks.saveProject = [this] { return saveProject(); };
     hooks.openProject = [this](const QString &path) { return openProject(path); };
     hooks.loadStartupSample = [this] { loadStartupSample(); };
     m_window->setProjectHooks(hooks);
 
-    guiderecords::keepRecords(m_window);
-    connect(m_window, &MainWindow::tabAdded, this, [this](QWidget *content, const QString &) {
-        watchTab(content);
-        scheduleChangeCheck();
-    });
-    connect(m_window, &MainWindow::tabLayoutChanged, this, &ProjectLifecycle::scheduleChangeCheck);
+    m_window->watchTabs(
+        this,
+        [this](QWidget *content) {
+            watchTab(content);
+            scheduleChangeCheck();
+        },
+        [this] { scheduleChangeCheck(); });
     connect(m_window->tabWidget(), &QTabWidget::currentChanged, this, &ProjectLifecycle::rememberActiveGuide);
-    m_window->installEventFilter(this);
+    m_window->windowWidget()->installEventFilter(this);
     for (QWidget *content : m_window->contentTabs())
         watchTab(content);
 
@@ -137,16 +138,16 @@ ProjectLifecycle::~ProjectLifecycle() = default;
 bool ProjectLifecycle::eventFilter(QObject *watched, QEvent *event)
 {
     // The window resets its title on a language change; ours goes on top afterwards.
-    if (watched == m_window && event->type() == QEvent::LanguageChange)
+    if (watched == m_window->windowWidget() && event->type() == QEvent::LanguageChange)
         QTimer::singleShot(0, this, [this] {
             updateWindowTitle();
             rebuildRecentMenu();
         });
     // An edit made just before closing may not have been compared yet.
-    if (watched == m_window && event->type() == QEvent::Close)
+    if (watched == m_window->windowWidget() && event->type() == QEvent::Close)
         checkChanges();
-    if (watched == m_window && event->type() == QEvent::Resize && m_overlay)
-        m_overlay->setGeometry(m_window->rect());
+    if (watched == m_window->windowWidget() && event->type() == QEvent::Resize && m_overlay)
+        m_overlay->setGeometry(m_window->windowWidget()->rect());
     return QObject::eventFilter(watched, event);
 }
 
@@ -266,9 +267,9 @@ void ProjectLifecycle::updateWindowTitle()
     const QString app = QCoreApplication::translate(windowContext, "Vantreo Guide Generator");
     const QString mark = m_changed ? QStringLiteral("*") : QString();
     if (m_currentFile.isEmpty())
-        m_window->setWindowTitle(m_changed ? QStringLiteral("%1 %2").arg(app, mark) : app);
+        m_window->windowWidget()->setWindowTitle(m_changed ? QStringLiteral("%1 %2").arg(app, mark) : app);
     else
-        m_window->setWindowTitle(QStringLiteral("%1%2 - %3").arg(QFileInfo(m_currentFile).fileName(), mark, app));
+        m_window->windowWidget()->setWindowTitle(QStringLiteral("%1%2 - %3").arg(QFileInfo(m_currentFile).fileName(), mark, app));
 }
 
 void ProjectLifecycle::setCurrentFile(const QString &path)
@@ -283,7 +284,7 @@ void ProjectLifecycle::setCurrentFile(const QString &path)
 
 void ProjectLifecycle::status(const QString &text)
 {
-    m_window->statusBar()->showMessage(text, 8000);
+    m_window->showStatusMessage(text, 8000);
 }
 
 bool ProjectLifecycle::hasProjectData(const ProjectDocument &doc) const
@@ -303,7 +304,7 @@ QString ProjectLifecycle::withProjectSuffix(const QString &path)
 void ProjectLifecycle::showOverlay(const QString &heading)
 {
     if (!m_overlay) {
-        auto *overlay = new QWidget(m_window);
+        auto *overlay = new QWidget(m_window->windowWidget());
         overlay->setObjectName(QStringLiteral("vantreoProjectLoadingOverlay"));
         overlay->setAttribute(Qt::WA_StyledBackground, true);
         overlay->setStyleSheet(QString::fromLatin1(kOverlayStyle));
@@ -321,7 +322,7 @@ void ProjectLifecycle::showOverlay(const QString &heading)
     }
     m_overlayHeading->setText(heading);
     m_overlayProgress->clear();
-    m_overlay->setGeometry(m_window->rect());
+    m_overlay->setGeometry(m_window->windowWidget()->rect());
     m_overlay->raise();
     m_overlay->show();
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
@@ -349,7 +350,7 @@ bool ProjectLifecycle::newProject(bool ask)
     if (ask) {
         if (!m_dialogs.confirm(tr("New Project"), tr("Initialize the program and start a new empty project?")))
             return false;
-        if (isChanged() && !m_window->confirmUnsavedChanges(MainWindow::UnsavedChangesPrompt::NewProject))
+        if (isChanged() && !m_window->confirmUnsavedChanges(ProjectWindow::UnsavedChangesPrompt::NewProject))
             return false;
     }
     ++m_loading;
@@ -980,7 +981,7 @@ QString ProjectLifecycle::startupSamplePath() const
 void ProjectLifecycle::loadStartupSample()
 {
     bool loaded = false;
-    if (!m_window->property("skipStartupSample").toBool()) {
+    if (!m_window->windowWidget()->property("skipStartupSample").toBool()) {
         const QString sample = startupSamplePath();
         if (QFileInfo(sample).isFile() && loadInto(sample, Mode::Replace, tr("Load failed"))) {
             // The sample is a starting point, not the user's file: saving asks for a path.
@@ -992,6 +993,6 @@ void ProjectLifecycle::loadStartupSample()
     }
     if (!loaded)
         newProject(false);
-    m_window->setProperty("startupSampleLoaded", loaded);
-    m_window->setProperty("startupProjectPrepared", true);
+    m_window->windowWidget()->setProperty("startupSampleLoaded", loaded);
+    m_window->windowWidget()->setProperty("startupProjectPrepared", true);
 }

@@ -8,7 +8,7 @@
 
 #include <functional>
 
-class MainWindow;
+class ProjectWindow;
 class QLabel;
 class QTimer;
 class QWidget;
@@ -32,7 +32,7 @@ public:
         std::function<void(const QString &title, const QString &text)> inform;
     };
 
-    explicit ProjectLifecycle(MainWindow *window);
+    explicit ProjectLifecycle(ProjectWindow *window);
     ~ProjectLifecycle() override;
 
     void setDialogs(const Dialogs &dialogs) { m_dialogs = dialogs; }
@@ -117,7 +117,7 @@ private:
     bool backupExistingFile(const QString &path);
     bool writeBackup(const QByteArray *existing);
 
-    MainWindow *m_window = nullptr;
+    ProjectWindow *m_window = nullptr;
     Dialogs m_dialogs;
     QString m_currentFile;
     QByteArray m_savedSnapshot;

@@ -589,7 +589,8 @@ TEST_F(ProjectLifecycleTest, ThreeDViewsDrawNothingUntilTheLoadHasFinished)
     ASSERT_TRUE(lifecycle->openProject(sampleProject()));
     EXPECT_GT(viewsSeenLoading, 0);
     for (QWidget *content : window->contentTabs()) {
-        if (auto *view = qobject_cast<ThreeDViewTab *>(content))
+        if (auto *view = qobject_cast<ThreeDViewTab *>(content)) {
             EXPECT_FALSE(view->sceneWidget()->isLoading()) << "the view draws again once loaded";
+        }
     }
 }
