@@ -33,7 +33,7 @@ QList<CanvasGuideTabSource> canvasGuideSources(const QWidget *tab)
 class CanvasTabKind final : public TabKind
 {
 public:
-    QString id() const override { return QStringLiteral("canvas"); }
+    QString id() const override { return QString::fromLatin1(kCanvasTabRecord); }
     QString label() const override { return QCoreApplication::translate("MainWindow", "Canvas"); }
 
     QString newTitle(MainWindow &window) const override

@@ -20,7 +20,7 @@ GuideTab *asGuide(QWidget *content)
 class GuideTabKind final : public TabKind
 {
 public:
-    QString id() const override { return QStringLiteral("guide"); }
+    QString id() const override { return QString::fromLatin1(kGuideTabRecord); }
     QString label() const override { return QCoreApplication::translate("MainWindow", "Guide"); }
 
     QString newTitle(MainWindow &window) const override

@@ -441,25 +441,9 @@ void ProjectLifecycle::applyDocument(const ProjectDocument &source, Mode mode)
         showProgress(tr("Cleared existing tabs..."));
     }
 
-    // Tab order: the file's list, then whatever it did not name, so nothing is dropped.
-    QList<ProjectTabEntry> order;
-    QSet<QString> named;
-    for (const ProjectTabEntry &entry : doc.tabs) {
-        const TabKind *kind = TabKindRegistry::find(entry.kind);
-        if (!kind)
-            continue;
-        const QString key = kind->id() + QLatin1Char('/') + QString::number(entry.index);
-        if (entry.index < kind->recordCount(doc) && !named.contains(key)) {
-            named.insert(key);
-            order.append({kind->id(), entry.index});
-        }
-    }
-    for (const TabKind *kind : TabKindRegistry::kinds()) {
-        for (int i = 0; i < kind->recordCount(doc); ++i) {
-            if (!named.contains(kind->id() + QLatin1Char('/') + QString::number(i)))
-                order.append({kind->id(), i});
-        }
-    }
+    // Kinds the window does not know are left out; no record of a known kind is dropped.
+    QList<ProjectTabEntry> order = projectTabOrder(doc);
+    order.removeIf([](const ProjectTabEntry &entry) { return !TabKindRegistry::find(entry.kind); });
 
     // New tabs go after the current one; start from the last so the order holds.
     if (m_window->contentTabCount() > 0)

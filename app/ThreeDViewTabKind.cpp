@@ -34,7 +34,7 @@ void collectGuideSources(const QWidget *tab, QStringList *names, QVector<QImage>
 class ThreeDViewTabKind final : public TabKind
 {
 public:
-    QString id() const override { return QStringLiteral("3dView"); }
+    QString id() const override { return QString::fromLatin1(kThreeDViewTabRecord); }
     QString label() const override { return QCoreApplication::translate("MainWindow", "3D View"); }
 
     // The first view is "3D View", later ones are numbered by how many there are.

@@ -74,8 +74,8 @@ ProjectDocument sampleProject()
     doc.activeView = view;
     doc.views = {view};
 
-    doc.tabs = {{QStringLiteral("guide"), 0}, {QStringLiteral("guide"), 1}, {QStringLiteral("canvas"), 0},
-                {QStringLiteral("3dView"), 0}};
+    const QString guide = QString::fromLatin1(kGuideTabRecord);
+    doc.tabs = {{guide, 0}, {guide, 1}, {QString::fromLatin1(kCanvasTabRecord), 0}, {QString::fromLatin1(kThreeDViewTabRecord), 0}};
     doc.currentTab = 3; // opens on the 3D view, the wall guide projected
 
     return doc;

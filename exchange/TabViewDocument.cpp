@@ -26,43 +26,6 @@ QString tr(const char *text)
     return QCoreApplication::translate("TabViewDocument", text);
 }
 
-// The tabs in the project's order, then any the order does not name, as the window opens them.
-QList<ProjectTabEntry> tabOrder(const ProjectDocument &doc)
-{
-    auto sizeOf = [&](const QString &kind) {
-        if (kind == QLatin1String("guide"))
-            return int(doc.guides.size());
-        if (kind == QLatin1String("canvas"))
-            return int(doc.canvasTabs.size());
-        if (kind == QLatin1String("3dView"))
-            return int(doc.views.size());
-        return 0;
-    };
-    QList<ProjectTabEntry> order;
-    QSet<QString> named;
-    for (const ProjectTabEntry &entry : doc.tabs) {
-        const QString kind = entry.kind.trimmed();
-        const QString key = kind + QLatin1Char('/') + QString::number(entry.index);
-        if (entry.index >= 0 && entry.index < sizeOf(kind) && !named.contains(key)) {
-            named.insert(key);
-            order.append({kind, entry.index});
-        }
-    }
-    for (const char *kind : {"guide", "canvas", "3dView"}) {
-        const QString k = QString::fromLatin1(kind);
-        for (int i = 0; i < sizeOf(k); ++i) {
-            if (!named.contains(k + QLatin1Char('/') + QString::number(i)))
-                order.append({k, i});
-        }
-    }
-    return order;
-}
-
-QString xmlText(const QString &text)
-{
-    return text.toHtmlEscaped();
-}
-
 const char *const kXmlDeclaration = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n";
 const char *const kNamespaces = "xmlns:a=\"http://schemas.openxmlformats.org/drawingml/2006/main\" "
                                 "xmlns:r=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships\" "
@@ -238,13 +201,13 @@ bool projectDocumentPages(const ProjectDocument &project, ExportImageSource *ima
 {
     ExportImageSource coreImages(project.guides);
     ExportImageSource *source = images ? images : &coreImages;
-    const QList<ProjectTabEntry> order = tabOrder(project);
+    const QList<ProjectTabEntry> order = projectTabOrder(project);
     for (int n = 0; n < order.size(); ++n) {
         const ProjectTabEntry &entry = order[n];
         const QString given = n < titles.size() ? titles[n] : QString();
         DocumentTitleBand band;
         QImage view;
-        if (entry.kind == QLatin1String("guide")) {
+        if (entry.kind == QLatin1String(kGuideTabRecord)) {
             GuideSettings guide = project.guides[entry.index];
             applyGuideTabLoadStep(&guide);
             view = renderGuideImage(guide);
@@ -252,7 +215,7 @@ bool projectDocumentPages(const ProjectDocument &project, ExportImageSource *ima
             band.visible = guide.documentTitleVisible;
             band.text = guide.documentCustomTitleEnabled ? guide.documentCustomTitle : title;
             band.background = guide.documentTitleBackgroundColor;
-        } else if (entry.kind == QLatin1String("canvas")) {
+        } else if (entry.kind == QLatin1String(kCanvasTabRecord)) {
             const CanvasTabSettings &canvas = project.canvasTabs[entry.index];
             const QString title = !given.isEmpty() ? given
                                   : !canvas.title.isEmpty() ? canvas.title

@@ -59,7 +59,7 @@ QVector<int> guideTabOrder(const ProjectDocument &doc)
     QVector<int> order;
     QSet<int> named;
     for (const ProjectTabEntry &entry : doc.tabs) {
-        if (entry.kind.trimmed() == QLatin1String("guide") && entry.index >= 0 && entry.index < count
+        if (entry.kind.trimmed() == QLatin1String(kGuideTabRecord) && entry.index >= 0 && entry.index < count
             && !named.contains(entry.index)) {
             named.insert(entry.index);
             order.append(entry.index);
@@ -89,7 +89,7 @@ void orderGuidesAsTabs(ProjectDocument *doc)
         guides.append(doc->guides.at(old));
     doc->guides = guides;
     for (ProjectTabEntry &entry : doc->tabs) {
-        if (entry.kind.trimmed() == QLatin1String("guide") && entry.index >= 0 && entry.index < newPosition.size())
+        if (entry.kind.trimmed() == QLatin1String(kGuideTabRecord) && entry.index >= 0 && entry.index < newPosition.size())
             entry.index = newPosition.at(entry.index);
     }
     remapGuideReferences(doc, guideIndexMapFrom(newPosition));

@@ -9,6 +9,7 @@
 
 #include <QFile>
 #include <QJsonArray>
+#include <QSet>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -205,7 +206,7 @@ bool loadProjectData(const QByteArray &data, QList<GuideSettings> *guides, int *
             ProjectTabEntry entry;
             entry.kind = readString(item, QLatin1String("kind")).trimmed();
             if (entry.kind.compare(QLatin1String("composite"), Qt::CaseInsensitive) == 0)
-                entry.kind = QStringLiteral("canvas");
+                entry.kind = QString::fromLatin1(kCanvasTabRecord);
             entry.index = readInt(item, QLatin1String("index"), -1);
             if (!entry.kind.isEmpty() && entry.index >= 0)
                 tabs->append(entry);
@@ -297,4 +298,37 @@ bool loadProjectDocumentData(const QByteArray &data, ProjectDocument *doc, QStri
     if (ok && doc)
         *doc = std::move(loaded);
     return ok;
+}
+
+int projectTabRecordCount(const ProjectDocument &doc, const QString &kind)
+{
+    if (kind == QLatin1String(kGuideTabRecord))
+        return int(doc.guides.size());
+    if (kind == QLatin1String(kCanvasTabRecord))
+        return int(doc.canvasTabs.size());
+    if (kind == QLatin1String(kThreeDViewTabRecord))
+        return int(doc.views.size());
+    return 0;
+}
+
+QList<ProjectTabEntry> projectTabOrder(const ProjectDocument &doc)
+{
+    QList<ProjectTabEntry> order;
+    QSet<QString> named;
+    for (const ProjectTabEntry &entry : doc.tabs) {
+        const QString kind = entry.kind.trimmed();
+        const QString key = kind + QLatin1Char('/') + QString::number(entry.index);
+        if (entry.index >= 0 && entry.index < projectTabRecordCount(doc, kind) && !named.contains(key)) {
+            named.insert(key);
+            order.append({kind, entry.index});
+        }
+    }
+    for (const char *name : {kGuideTabRecord, kCanvasTabRecord, kThreeDViewTabRecord}) {
+        const QString kind = QString::fromLatin1(name);
+        for (int i = 0; i < projectTabRecordCount(doc, kind); ++i) {
+            if (!named.contains(kind + QLatin1Char('/') + QString::number(i)))
+                order.append({kind, i});
+        }
+    }
+    return order;
 }

@@ -8,8 +8,13 @@
 #include <QList>
 #include <QString>
 
-// One tab of the main window in display order: kind "guide" or "canvas" and the
-// position of its settings in the guide or canvas tab list (-1 when unset).
+// The kinds of tab records as project files name them, each naming its record list.
+inline constexpr const char *kGuideTabRecord = "guide";        // guides
+inline constexpr const char *kCanvasTabRecord = "canvas";      // canvasTabs
+inline constexpr const char *kThreeDViewTabRecord = "3dView";  // views
+
+// One tab of the main window in display order: its kind and the position of its settings
+// in that kind's record list (-1 when unset).
 struct ProjectTabEntry {
     QString kind;
     int index = -1;
@@ -66,6 +71,12 @@ struct ProjectDocument {
     int currentTab = -1;
     bool operator==(const ProjectDocument &) const = default;
 };
+
+// How many records of a tab kind the document holds (0 for an unknown kind).
+int projectTabRecordCount(const ProjectDocument &doc, const QString &kind);
+// The order tabs open in: the document's tab list (entries that name a record, each once),
+// then every record it does not name, guides first, so nothing is dropped.
+QList<ProjectTabEntry> projectTabOrder(const ProjectDocument &doc);
 
 bool loadProjectDocument(const QString &path, ProjectDocument *doc, QString *error);
 bool loadProjectDocumentData(const QByteArray &data, ProjectDocument *doc, QString *error);
