@@ -399,8 +399,9 @@ int ProjectorCalibrationDialog::deleteSelectedRows()
     if (removed == 0)
         return 0;
     m_selectedRow = -1;
-    setStatus(CalibrationMatchList::deletedText(removed));
     edited();
+    // The fit that follows has its own line; the status keeps what the edit did.
+    setStatus(CalibrationMatchList::deletedText(removed));
     return removed;
 }
 
@@ -423,7 +424,6 @@ bool ProjectorCalibrationDialog::clearMatches(bool ask)
 void ProjectorCalibrationDialog::undo()
 {
     const QString text = m_matches.undo();
-    setStatus(text);
     edited();
     setStatus(text);
 }
@@ -431,7 +431,6 @@ void ProjectorCalibrationDialog::undo()
 void ProjectorCalibrationDialog::redo()
 {
     const QString text = m_matches.redo();
-    setStatus(text);
     edited();
     setStatus(text);
 }
