@@ -594,6 +594,8 @@ QString ProjectorCalibrationDialog::diagnosticsText() const
 void ProjectorCalibrationDialog::setStatus(const QString &text)
 {
     m_status->setText(text);
+    // The fit's line stays in view once the status moves on, but is not shown twice.
+    m_resultLine->setVisible(!m_resultLine->text().isEmpty() && m_resultLine->text() != text);
 }
 
 void ProjectorCalibrationDialog::refreshGuidance()
@@ -622,6 +624,12 @@ void ProjectorCalibrationDialog::refreshGuidance()
                   .arg(calibrationRows().size()));
 }
 
+bool ProjectorCalibrationDialog::worstWorthMarking() const
+{
+    // Below a hundredth of a pixel every row shows 0.00: none stands out.
+    return m_diagnostics.worstPoint >= 0 && m_diagnostics.worstResidual >= 0.005;
+}
+
 void ProjectorCalibrationDialog::refreshTable()
 {
     m_refreshingTable = true;
@@ -636,7 +644,7 @@ void ProjectorCalibrationDialog::refreshTable()
                     residual[row] = r.distance;
             }
         }
-        if (m_diagnostics.worstPoint >= 0 && m_diagnostics.worstPoint < m_resultRows.size())
+        if (worstWorthMarking() && m_diagnostics.worstPoint < m_resultRows.size())
             worstRow = m_resultRows.at(m_diagnostics.worstPoint);
         if (m_diagnostics.mismatchedPoint >= 0 && m_diagnostics.mismatchedPoint < m_resultRows.size())
             mismatchedRow = m_resultRows.at(m_diagnostics.mismatchedPoint);
@@ -679,7 +687,7 @@ void ProjectorCalibrationDialog::refreshViews()
         m_projectorView->setLens(vg::scene::LensModel(vg::scene::lensIntrinsicsOf(preview), vg::scene::lensPoseOf(preview),
                                                       std::numeric_limits<double>::infinity()));
     int worstRow = -1, mismatchedRow = -1;
-    if (m_haveFit && m_diagnostics.worstPoint >= 0 && m_diagnostics.worstPoint < m_resultRows.size())
+    if (m_haveFit && worstWorthMarking() && m_diagnostics.worstPoint < m_resultRows.size())
         worstRow = m_resultRows.at(m_diagnostics.worstPoint);
     if (m_haveFit && m_diagnostics.mismatchedPoint >= 0 && m_diagnostics.mismatchedPoint < m_resultRows.size())
         mismatchedRow = m_resultRows.at(m_diagnostics.mismatchedPoint);
@@ -717,26 +725,28 @@ void ProjectorCalibrationDialog::refreshViews()
     }
 }
 
-bool ProjectorCalibrationDialog::ensureRenderer()
+OffscreenSceneRenderer *ProjectorCalibrationDialog::rendererFor(std::unique_ptr<OffscreenSceneRenderer> &slot)
 {
-    if (m_renderer)
-        return true;
+    if (slot)
+        return slot.get();
     if (m_rendererFailed)
-        return false;
+        return nullptr;
     auto renderer = std::make_unique<OffscreenSceneRenderer>();
     QString error;
     if (!renderer->initialize(&error)) {
+        // Without GL the views still work: wires, vertices and markers are drawn by hand.
         m_rendererFailed = true;
-        return false;
+        return nullptr;
     }
-    m_renderer = std::move(renderer);
-    return true;
+    slot = std::move(renderer);
+    return slot.get();
 }
 
 void ProjectorCalibrationDialog::renderProjectorBackground()
 {
     const GuideObject *projector = projectorObject();
-    if (!projector || !m_scene || !ensureRenderer()) {
+    OffscreenSceneRenderer *renderer = projector && m_scene ? rendererFor(m_projectorRenderer) : nullptr;
+    if (!renderer) {
         m_projectorView->setBackground(QImage());
         return;
     }
@@ -753,8 +763,8 @@ void ProjectorCalibrationDialog::renderProjectorBackground()
     settings.gridVisible = false;
     settings.showLabels = false;
     settings.hiddenObjectIndex = m_projectorIndex;
-    m_renderer->renderer().setGuideImages(m_scene->guideImages());
-    QImage image = m_renderer->render(objects, camera, settings, size);
+    renderer->renderer().setGuideImages(m_scene->guideImages());
+    QImage image = renderer->render(objects, camera, settings, size);
     if (!image.isNull()) {
         // The lens view is the image before the flips; the real projector shows it mirrored.
         const vg::scene::LensFrameConstants frame =
@@ -766,8 +776,11 @@ void ProjectorCalibrationDialog::renderProjectorBackground()
 
 void ProjectorCalibrationDialog::renderWireframeBackground()
 {
-    if (!m_scene || m_targetIndex < 0 || m_targetIndex >= m_scene->objectCount() || !ensureRenderer()
-        || m_wireframeView->width() < 2 || m_wireframeView->height() < 2) {
+    OffscreenSceneRenderer *renderer = nullptr;
+    if (m_scene && m_targetIndex >= 0 && m_targetIndex < m_scene->objectCount() && m_wireframeView->width() >= 2
+        && m_wireframeView->height() >= 2)
+        renderer = rendererFor(m_wireframeRenderer);
+    if (!renderer) {
         m_wireframeView->setBackground(QImage());
         return;
     }
@@ -780,7 +793,7 @@ void ProjectorCalibrationDialog::renderWireframeBackground()
     settings.gridVisible = false;
     settings.showLabels = false;
     settings.projectionEnabled = false;
-    m_renderer->renderer().setGuideImages(m_scene->guideImages());
-    m_wireframeView->setBackground(m_renderer->render({target}, m_wireframeView->camera(), settings,
-                                                      m_wireframeView->size()));
+    renderer->renderer().setGuideImages(m_scene->guideImages());
+    m_wireframeView->setBackground(renderer->render({target}, m_wireframeView->camera(), settings,
+                                                    m_wireframeView->size()));
 }

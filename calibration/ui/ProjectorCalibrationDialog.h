@@ -106,7 +106,9 @@ private:
     void refreshGuidance();
     void renderWireframeBackground();
     void renderProjectorBackground();
-    bool ensureRenderer();
+    // Each view renders through its own renderer: their object lists differ, and the
+    // renderer keeps per-index GPU state between frames.
+    OffscreenSceneRenderer *rendererFor(std::unique_ptr<OffscreenSceneRenderer> &slot);
     void edited(bool allowAutoCalibration = true);
 
     // View callbacks.
@@ -117,6 +119,7 @@ private:
 
     void setStatus(const QString &text);
     void showDiagnostics();
+    bool worstWorthMarking() const;
     QString targetLabel() const;
     const GuideObject *projectorObject() const;
     QVector<int> calibrationRows() const;
@@ -148,7 +151,8 @@ private:
     bool m_haveFit = false;
     bool m_writingRecord = false;
     QImage m_referenceImage;
-    std::unique_ptr<OffscreenSceneRenderer> m_renderer;
+    std::unique_ptr<OffscreenSceneRenderer> m_projectorRenderer;
+    std::unique_ptr<OffscreenSceneRenderer> m_wireframeRenderer;
     bool m_rendererFailed = false;
     bool m_sendLutAfterCalibration = false;
     quint16 m_controlPort = 17601;

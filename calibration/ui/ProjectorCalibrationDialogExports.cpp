@@ -134,17 +134,20 @@ void ProjectorCalibrationDialog::confirmAndClear()
 
 namespace {
 
-// The texture the LUT maps onto the calibrated projector: a camera first, else another
-// projector of the scene.
+// The picture the LUT maps onto the calibrated projector: a camera's or another
+// projector's image, cameras first; -1 when no lens object carries one.
 int lutSourceFor(const QVector<GuideObject> &objects, int output)
 {
-    for (int i = 0; i < objects.size(); ++i) {
-        if (i != output && objects.at(i).isCamera())
-            return i;
-    }
-    for (int i = 0; i < objects.size(); ++i) {
-        if (i != output && objects.at(i).isProjector())
-            return i;
+    auto hasImage = [](const GuideObject &o) {
+        return o.projector_image_guide_index >= 0 || !o.projector_image_file_path.isEmpty()
+               || !o.projector_spout_sender.isEmpty() || !o.projector_ndi_source.isEmpty();
+    };
+    for (bool cameras : {true, false}) {
+        for (int i = 0; i < objects.size(); ++i) {
+            const GuideObject &o = objects.at(i);
+            if (i != output && (cameras ? o.isCamera() : o.isProjector()) && hasImage(o))
+                return i;
+        }
     }
     return -1;
 }
@@ -169,6 +172,10 @@ bool ProjectorCalibrationDialog::exportLutTo(const QString &folder, QString *err
     options.uScale = m_settings.uv_lut_scale;
     options.featherPx = m_settings.uv_lut_edge_feather_px;
     options.aaSamples = m_settings.uv_lut_aa_samples;
+    if (options.sourceIndex < 0) {
+        setStatus(tr("Add a camera (or another projector) with an image to map the UV LUT from."));
+        return failWith(error, statusText());
+    }
     SceneGuideImages images(m_scene->guideImages());
     auto progress = [this](const QString &text) {
         setStatus(text);
@@ -218,6 +225,10 @@ bool ProjectorCalibrationDialog::updateLut(QString *error)
     options.uScale = m_settings.uv_lut_scale;
     options.featherPx = m_settings.uv_lut_edge_feather_px;
     options.aaSamples = m_settings.uv_lut_aa_samples;
+    if (options.sourceIndex < 0) {
+        setStatus(tr("Add a camera (or another projector) with an image to map the UV LUT from."));
+        return failWith(error, statusText());
+    }
     SceneGuideImages images(m_scene->guideImages());
     auto progress = [this](const QString &text) {
         setStatus(text);
