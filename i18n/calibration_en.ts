@@ -508,6 +508,10 @@
         <translation>Camera UV LUT export is unavailable.</translation>
     </message>
     <message>
+        <source>Add a camera (or another projector) with an image to map the UV LUT from.</source>
+        <translation>Add a camera (or another projector) with an image to map the UV LUT from.</translation>
+    </message>
+    <message>
         <source>Camera UV LUT update is unavailable.</source>
         <translation>Camera UV LUT update is unavailable.</translation>
     </message>

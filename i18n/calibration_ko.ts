@@ -508,6 +508,10 @@
         <translation>카메라 UV LUT 내보내기는 사용할 수 없습니다.</translation>
     </message>
     <message>
+        <source>Add a camera (or another projector) with an image to map the UV LUT from.</source>
+        <translation>UV LUT를 만들 이미지가 있는 카메라(또는 다른 프로젝터)를 추가하세요.</translation>
+    </message>
+    <message>
         <source>Camera UV LUT update is unavailable.</source>
         <translation>카메라 UV LUT 업데이트는 사용할 수 없습니다.</translation>
     </message>

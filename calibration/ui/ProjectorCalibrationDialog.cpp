@@ -91,8 +91,11 @@ ProjectorCalibrationDialog::ProjectorCalibrationDialog(SceneWidget *scene,
         m_scene->applyObjectEdit(m_projectorIndex, renamed);
     });
 
-    if (m_scene)
+    if (m_scene) {
         connect(m_scene, &SceneWidget::sceneChanged, this, &ProjectorCalibrationDialog::sceneChanged);
+        // A project load replaces the 3D view: its calibration windows go with it.
+        connect(m_scene, &QObject::destroyed, this, &QWidget::close);
+    }
 
     // Without a usable index the first projector of the scene is taken.
     if (m_scene && (projectorIndex < 0 || projectorIndex >= m_scene->objectCount()

@@ -21,6 +21,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QTranslator>
 
 #include <array>
 #include <cmath>
@@ -528,4 +529,62 @@ TEST(CalibrationProjectorViewPicture, PanelAppearsWhereTheFlippedLensShowsIt)
         EXPECT_GT(on, luminanceAround(shot, view->contentToWidget(mirroredH)) + 40.0) << label;
         EXPECT_GT(on, luminanceAround(shot, view->contentToWidget(mirroredV)) + 40.0) << label;
     }
+}
+
+TEST(CalibrationDialogTranslation, KoreanTextsReachTheWindowAndTheCoreMessages)
+{
+    QTranslator korean;
+    ASSERT_TRUE(korean.load(QStringLiteral(":/i18n/VantreoGuide_ko.qm")));
+    QCoreApplication::installTranslator(&korean);
+    {
+        SceneWidget empty;
+        ProjectorCalibrationDialog dialog(&empty, GuideProjectorCalibrationSettings(), nullptr, -1);
+        auto *calibrate = dialog.findChild<QAbstractButton *>(QStringLiteral("calibrationCalibrate"));
+        ASSERT_NE(calibrate, nullptr);
+        EXPECT_EQ(calibrate->text(), QStringLiteral("프로젝터 캘리브레이션"));
+        EXPECT_EQ(dialog.statusText(), QStringLiteral("먼저 프로젝터 오브젝트를 추가하거나 선택하세요."));
+        EXPECT_EQ(CalibrationMatchList::deletedText(2), QStringLiteral("매칭 포인트 2개를 삭제했습니다."));
+        EXPECT_TRUE(calibrationMismatchText(3, 4.0, 1.0).startsWith(QStringLiteral("3번 포인트")));
+    }
+    QCoreApplication::removeTranslator(&korean);
+}
+
+TEST_F(CalibrationDialogPlainTest, FillFromProjectionAndRestoreFollowTheCurrentProjector)
+{
+    ProjectorCalibrationDialog dialog(&world->scene, GuideProjectorCalibrationSettings(), nullptr, world->projector);
+    dialog.resize(1400, 900);
+    dialog.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&dialog));
+    const GuideObject rough = world->scene.objects().at(world->projector);
+    const std::array<int, 8> corners = boxCorners(dialog.wireframe());
+    for (int vertex : corners) {
+        clickAt(dialog.wireframeView(), *dialog.wireframeView()->vertexWidgetPosition(vertex));
+        const QPointF pixel = world->truthPixel(dialog.wireframe().vertices[size_t(vertex)]);
+        clickAt(dialog.projectorView(), dialog.projectorView()->contentToWidget(pixel));
+    }
+    ASSERT_NE(vg::scene::objectTranslation(world->scene.objects().at(world->projector)),
+              vg::scene::objectTranslation(rough));
+
+    dialog.restoreProjector();
+    const GuideObject restored = world->scene.objects().at(world->projector);
+    EXPECT_EQ(vg::scene::objectTranslation(restored), vg::scene::objectTranslation(rough));
+    EXPECT_EQ(restored.throw_rate, rough.throw_rate);
+    EXPECT_EQ(restored.projector_calibration.matches.size(), 8);
+
+    // Filled from the restored (rough) projector: each row lands where it projects the vertex.
+    EXPECT_EQ(dialog.fillFromProjection(), 8);
+    EXPECT_EQ(dialog.statusText(), QStringLiteral("Filled 8 matched rows from the current wireframe projection."));
+    const vg::scene::LensModel lens(vg::scene::lensIntrinsicsOf(rough), vg::scene::lensPoseOf(rough), 100.0);
+    for (const CalibrationMatchRow &row : dialog.matches().rows()) {
+        const vg::scene::LensProjection p = lens.project({row.x, row.y, row.z});
+        ASSERT_TRUE(row.image.has_value());
+        EXPECT_NEAR(row.image->x(), p.px, 1e-6);
+        EXPECT_NEAR(row.image->y(), p.py, 1e-6);
+    }
+    // The filled rows fit the rough projector exactly.
+    EXPECT_TRUE(dialog.calibrate(false));
+    EXPECT_LT(dialog.lastResult().rmsError, 1e-3);
+    EXPECT_TRUE(dialog.statusText().startsWith(QStringLiteral("Calibration applied. RMS error: 0.00 px")));
+    EXPECT_LT((vg::scene::objectTranslation(world->scene.objects().at(world->projector))
+               - vg::scene::objectTranslation(rough)).norm(), 1e-3);
 }
