@@ -111,7 +111,8 @@ CalibrationDiagnostics diagnoseCalibration(const GuideObject &projector, const Q
 
 QString calibrationMismatchText(int pointNumber, double rms, double rmsWithout)
 {
-    return QCoreApplication::translate("CalibrationDiagnostics", "Point %1 looks mismatched: without it the RMS drops from %2 px to %3 px.")
+    return QCoreApplication::translate("CalibrationDiagnostics",
+                                       "Point %1 looks mismatched: without it the RMS drops from %2 px to %3 px.")
         .arg(pointNumber)
         .arg(rms, 0, 'f', 2)
         .arg(rmsWithout, 0, 'f', 2);
@@ -121,8 +122,10 @@ QStringList calibrationWarnings(const CalibrationDiagnostics &diagnostics)
 {
     QStringList warnings;
     if (diagnostics.nearlyCoplanar)
-        warnings << QCoreApplication::translate("CalibrationDiagnostics", "The used points are nearly coplanar: add points at other depths for a reliable fit.");
+        warnings << QCoreApplication::translate(
+            "CalibrationDiagnostics", "The used points are nearly coplanar: add points at other depths for a reliable fit.");
     if (diagnostics.smallCoverage)
-        warnings << QCoreApplication::translate("CalibrationDiagnostics", "The used points cover less than a tenth of the image: add points nearer its edges.");
+        warnings << QCoreApplication::translate(
+            "CalibrationDiagnostics", "The used points cover less than a tenth of the image: add points nearer its edges.");
     return warnings;
 }

@@ -127,7 +127,8 @@ QString CalibrationMatchList::undo()
         return QCoreApplication::translate("CalibrationMatchList", "Calibration point move undone.");
     if (edit.removed.size() == 1)
         return QCoreApplication::translate("CalibrationMatchList", "Calibration point deletion undone.");
-    return QCoreApplication::translate("CalibrationMatchList", "%1 calibration point deletions undone.").arg(edit.removed.size());
+    return QCoreApplication::translate("CalibrationMatchList", "%1 calibration point deletions undone.")
+        .arg(edit.removed.size());
 }
 
 QString CalibrationMatchList::redo()
@@ -141,7 +142,8 @@ QString CalibrationMatchList::redo()
         return QCoreApplication::translate("CalibrationMatchList", "Calibration point move redone.");
     if (edit.removed.size() == 1)
         return QCoreApplication::translate("CalibrationMatchList", "Calibration point deletion redone.");
-    return QCoreApplication::translate("CalibrationMatchList", "%1 calibration point deletions redone.").arg(edit.removed.size());
+    return QCoreApplication::translate("CalibrationMatchList", "%1 calibration point deletions redone.")
+        .arg(edit.removed.size());
 }
 
 QString CalibrationMatchList::deletedText(int count)

@@ -270,9 +270,11 @@ void ProjectorCalibrationDialog::applyOutputMode()
         else if (projector->isProjector())
             name = QStringLiteral("VantreoGuide Projector #%1 Calibration View").arg(m_projectorIndex + 1);
         else
-            name = QStringLiteral("VantreoGuide %1 #%2 Calibration View").arg(QStringLiteral("Camera")).arg(m_projectorIndex + 1);
+            name = QStringLiteral("VantreoGuide %1 #%2 Calibration View")
+                       .arg(QStringLiteral("Camera"))
+                       .arg(m_projectorIndex + 1);
     }
-    // No video sender exists on this system yet: say so rather than pretend to publish.
+    // This build has no video sender: say so rather than pretend to publish.
     if (m_settings.output_mode == 1)
         setStatus(tr("Spout output \"%1\" is unavailable on this system.").arg(name));
     else if (m_settings.output_mode == 2)

@@ -86,7 +86,8 @@ TEST(CalibrationPointSpread, CoplanarAndSmallCoverageWarnings)
 {
     QVector<GuideMatchedPoint> flat;
     for (int i = 0; i < 9; ++i)
-        flat.append(GuideMatchedPoint{float(i % 3), float(i / 3), 0.001f * float(i % 2), float(100 + 800 * (i % 3)), float(100 + 500 * (i / 3))});
+        flat.append(GuideMatchedPoint{float(i % 3), float(i / 3), 0.001f * float(i % 2), float(100 + 800 * (i % 3)),
+                                      float(100 + 500 * (i / 3))});
     EXPECT_TRUE(pointsNearlyCoplanar(flat));
     EXPECT_FALSE(pointsCoverLittleOfImage(flat, 1920, 1200));
 
