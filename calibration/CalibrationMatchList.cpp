@@ -39,6 +39,22 @@ void CalibrationMatchList::setUsed(int index, bool used)
         m_rows[index].used = used;
 }
 
+void CalibrationMatchList::retarget(int fromIndex, int toIndex)
+{
+    auto move = [fromIndex, toIndex](CalibrationMatchRow &row) {
+        if (row.targetIndex == fromIndex)
+            row.targetIndex = toIndex;
+    };
+    for (CalibrationMatchRow &row : m_rows)
+        move(row);
+    for (Edit &edit : m_undo)
+        for (auto &entry : edit.removed)
+            move(entry.second);
+    for (Edit &edit : m_redo)
+        for (auto &entry : edit.removed)
+            move(entry.second);
+}
+
 void CalibrationMatchList::setImage(int index, const std::optional<QPointF> &image, bool record)
 {
     if (!isValidRow(index))

@@ -38,6 +38,8 @@ public:
     int findVertex(int targetIndex, int vertexIndex) const;
     int appendRow(const CalibrationMatchRow &row);
     void setUsed(int index, bool used);
+    // The target object moved in the scene's list (an earlier object was deleted).
+    void retarget(int fromIndex, int toIndex);
 
     // Sets a row's image position; with `record` the change is one undoable move.
     void setImage(int index, const std::optional<QPointF> &image, bool record);

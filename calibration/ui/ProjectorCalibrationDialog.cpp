@@ -145,6 +145,7 @@ void ProjectorCalibrationDialog::setProjectorIndex(int index)
     m_diagnosticsLine->clear();
     const GuideObject *projector = projectorObject();
     m_haveProjectorAtOpen = projector != nullptr;
+    m_projectorName = projector ? projector->name : QString();
     if (projector) {
         m_projectorAtOpen = *projector;
         m_scene->registerCalibrationWindow(index, this);
@@ -171,6 +172,7 @@ void ProjectorCalibrationDialog::setTargetIndex(int index)
     if (index == m_targetIndex)
         return;
     m_targetIndex = index;
+    m_targetName = m_scene && index >= 0 && index < m_scene->objectCount() ? m_scene->objects().at(index).name : QString();
     {
         const QSignalBlocker block(m_targetChooser);
         m_targetChooser->setCurrentIndex(m_targetChooser->findData(index));
@@ -248,18 +250,43 @@ void ProjectorCalibrationDialog::sceneChanged()
 {
     if (m_writingRecord)
         return;
-    if (!projectorObject() && m_projectorIndex >= 0) {
-        m_projectorIndex = -1;
-        m_haveFit = false;
+    const int projector = followObject(m_projectorIndex, m_projectorName, true);
+    if (projector != m_projectorIndex) {
+        m_projectorIndex = projector;
+        if (projector >= 0)
+            m_scene->registerCalibrationWindow(projector, this);
+        else
+            m_haveFit = false;
     }
+    if (const GuideObject *p = projectorObject())
+        m_projectorName = p->name;
+    const int target = followObject(m_targetIndex, m_targetName, false);
+    if (target != m_targetIndex && target >= 0)
+        m_matches.retarget(m_targetIndex, target);
+    m_targetIndex = target;
+    if (m_scene && target >= 0)
+        m_targetName = m_scene->objects().at(target).name;
     fillObjectChoosers();
-    if (m_targetIndex >= 0 && (!m_scene || m_targetIndex >= m_scene->objectCount()))
-        m_targetIndex = -1;
     rebuildWireframe();
     refreshViews();
     refreshGuidance();
     renderProjectorBackground();
     renderWireframeBackground();
+}
+
+int ProjectorCalibrationDialog::followObject(int index, const QString &name, bool lens) const
+{
+    if (!m_scene || index < 0)
+        return -1;
+    const QVector<GuideObject> &objects = m_scene->objects();
+    auto qualifies = [lens](const GuideObject &o) { return lens ? o.hasLens() : isCalibrationTargetCandidate(o); };
+    if (index < objects.size() && objects.at(index).name == name && qualifies(objects.at(index)))
+        return index;
+    for (int i = 0; i < objects.size(); ++i) {
+        if (objects.at(i).name == name && qualifies(objects.at(i)))
+            return i;
+    }
+    return index < objects.size() && qualifies(objects.at(index)) ? index : -1;
 }
 
 QString ProjectorCalibrationDialog::targetLabel() const

@@ -98,6 +98,9 @@ private:
     // Scene and rows.
     void fillObjectChoosers();
     void sceneChanged();
+    // Where an object the window follows is now: same index and name, else its name
+    // elsewhere (objects before it were deleted), else the same index renamed; -1 gone.
+    int followObject(int index, const QString &name, bool lens) const;
     void rebuildWireframe();
     void loadRowsFromRecord();
     void storeRowsInRecord();
@@ -136,6 +139,8 @@ private:
     SettingsCallback m_settingsChanged;
     int m_projectorIndex = -1;
     int m_targetIndex = -1;
+    QString m_projectorName;              // followed across deletions of earlier objects
+    QString m_targetName;
     GuideObject m_projectorAtOpen;
     bool m_haveProjectorAtOpen = false;
     GuideObject m_projectorAtFit;         // the record the last fit started from

@@ -588,3 +588,36 @@ TEST_F(CalibrationDialogPlainTest, FillFromProjectionAndRestoreFollowTheCurrentP
     EXPECT_LT((vg::scene::objectTranslation(world->scene.objects().at(world->projector))
                - vg::scene::objectTranslation(rough)).norm(), 1e-3);
 }
+
+TEST_F(CalibrationDialogPlainTest, WindowFollowsItsProjectorAndTargetWhenAnEarlierObjectIsDeleted)
+{
+    SceneWidget &scene = world->scene;
+    // An unrelated object first in the list, then the window opens.
+    GuideObject marker = SceneModel::defaultObject(KindPerson);
+    marker.name = QStringLiteral("Stand-in");
+    QVector<GuideObject> objects = scene.objects();
+    objects.prepend(marker);
+    scene.model().loadObjects(objects);
+    const int target = world->target + 1;
+    const int projector = world->projector + 1;
+    ProjectorCalibrationDialog dialog(&scene, GuideProjectorCalibrationSettings(), nullptr, projector);
+    dialog.setTargetIndex(target);
+    dialog.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&dialog));
+    const std::array<int, 8> corners = boxCorners(dialog.wireframe());
+    for (int vertex : corners) {
+        clickAt(dialog.wireframeView(), *dialog.wireframeView()->vertexWidgetPosition(vertex));
+        const QPointF pixel = world->truthPixel(dialog.wireframe().vertices[size_t(vertex)]);
+        clickAt(dialog.projectorView(), dialog.projectorView()->contentToWidget(pixel));
+    }
+    ASSERT_EQ(dialog.matches().row(0).targetIndex, target);
+
+    scene.model().removeObjects({0});
+    EXPECT_EQ(dialog.projectorIndex(), projector - 1);
+    EXPECT_EQ(dialog.targetIndex(), target - 1);
+    EXPECT_EQ(dialog.matches().row(0).targetIndex, target - 1);
+    // The rows still name the target's own vertices, so the fit may update the projector.
+    EXPECT_TRUE(dialog.calibrate(false));
+    EXPECT_TRUE(dialog.statusText().startsWith(QStringLiteral("Calibration applied.")))
+        << dialog.statusText().toStdString();
+}
