@@ -524,12 +524,16 @@
         <translation>Update LUT failed</translation>
     </message>
     <message>
-        <source>Spout output &quot;%1&quot; is unavailable on this system.</source>
-        <translation>Spout output &quot;%1&quot; is unavailable on this system.</translation>
+        <source>Spout output &quot;%1&quot; is unavailable: %2</source>
+        <translation>Spout output &quot;%1&quot; is unavailable: %2</translation>
     </message>
     <message>
-        <source>NDI output &quot;%1&quot; is unavailable: no NDI sender is available on this system.</source>
-        <translation>NDI output &quot;%1&quot; is unavailable: no NDI sender is available on this system.</translation>
+        <source>NDI output &quot;%1&quot; could not start: %2</source>
+        <translation>NDI output &quot;%1&quot; could not start: %2</translation>
+    </message>
+    <message>
+        <source>NDI output &quot;%1&quot; is on.</source>
+        <translation>NDI output &quot;%1&quot; is on.</translation>
     </message>
 </context>
 <context>

@@ -524,12 +524,16 @@
         <translation>LUT 업데이트 실패</translation>
     </message>
     <message>
-        <source>Spout output &quot;%1&quot; is unavailable on this system.</source>
-        <translation>이 시스템에서는 Spout 출력 &quot;%1&quot;을(를) 사용할 수 없습니다.</translation>
+        <source>Spout output &quot;%1&quot; is unavailable: %2</source>
+        <translation>Spout 출력 &quot;%1&quot;을(를) 사용할 수 없습니다: %2</translation>
     </message>
     <message>
-        <source>NDI output &quot;%1&quot; is unavailable: no NDI sender is available on this system.</source>
-        <translation>NDI 출력 &quot;%1&quot;을(를) 사용할 수 없습니다: 이 시스템에는 NDI 송신기가 없습니다.</translation>
+        <source>NDI output &quot;%1&quot; could not start: %2</source>
+        <translation>NDI 출력 &quot;%1&quot;을(를) 시작할 수 없습니다: %2</translation>
+    </message>
+    <message>
+        <source>NDI output &quot;%1&quot; is on.</source>
+        <translation>NDI 출력 &quot;%1&quot;이(가) 켜졌습니다.</translation>
     </message>
 </context>
 <context>

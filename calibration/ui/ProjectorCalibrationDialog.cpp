@@ -4,6 +4,7 @@
 #include "scene/LensModel.h"
 #include "scene/gl/OffscreenSceneRender.h"
 #include "scene/ui/SceneWidget.h"
+#include "video/NdiSender.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -107,6 +108,7 @@ ProjectorCalibrationDialog::ProjectorCalibrationDialog(SceneWidget *scene,
         }
     }
     setProjectorIndex(projectorIndex);
+    applyOutputMode();
 }
 
 ProjectorCalibrationDialog::~ProjectorCalibrationDialog() = default;
@@ -742,6 +744,7 @@ void ProjectorCalibrationDialog::refreshViews()
     m_projectorView->setDisplay({m_settings.projector_show_wireframe, m_settings.projector_show_shading,
                                  m_settings.projector_show_vertex, m_settings.vertex_size, m_settings.circle_size});
     m_projectorView->setReferenceImage(m_referenceImage);
+    publishOutput();
 
     if (m_wireframe.isEmpty()) {
         m_wireframeView->setHint(tr("No target wireframe."));
@@ -802,6 +805,7 @@ void ProjectorCalibrationDialog::renderProjectorBackground()
         image = image.mirrored(frame.flipU, frame.flipV);
     }
     m_projectorView->setBackground(image);
+    publishOutput();
 }
 
 void ProjectorCalibrationDialog::renderWireframeBackground()

@@ -15,6 +15,8 @@
 #include <optional>
 #include <memory>
 
+class NdiRuntime;
+class NdiSender;
 class SceneWidget;
 class OffscreenSceneRenderer;
 class QCheckBox;
@@ -80,6 +82,11 @@ public:
     bool exportLutTo(const QString &folder, QString *error = nullptr);
     bool updateLut(QString *error = nullptr);
     void setUploadPorts(quint16 control, quint16 data);
+    // The NDI binding the live output uses (the process's own unless a test gives one).
+    void setNdiRuntime(NdiRuntime *runtime);
+    // The name the live output is published under, and whether an NDI sender is open.
+    QString outputName() const;
+    bool outputOpen() const;
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
@@ -133,6 +140,7 @@ private:
     void chooseLutFolder();
     void confirmAndClear();
     void applyOutputMode();
+    void publishOutput();
 
     QPointer<SceneWidget> m_scene;
     GuideProjectorCalibrationSettings m_settings;
@@ -160,6 +168,8 @@ private:
     std::unique_ptr<OffscreenSceneRenderer> m_wireframeRenderer;
     bool m_rendererFailed = false;
     bool m_sendLutAfterCalibration = false;
+    NdiRuntime *m_ndiRuntime = nullptr;
+    std::unique_ptr<NdiSender> m_ndiSender;
     quint16 m_controlPort = 17601;
     quint16 m_dataPort = 17602;
 

@@ -6,6 +6,9 @@
 #include "net/mediaserver/UvLutUpdate.h"
 #include "scene/gl/GlExportImageSource.h"
 #include "scene/ui/SceneWidget.h"
+#include "video/NdiRuntime.h"
+#include "video/NdiSender.h"
+#include "video/SpoutSupport.h"
 
 #include <QApplication>
 #include <QDir>
@@ -15,6 +18,9 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QSettings>
+
+#include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -260,23 +266,69 @@ bool ProjectorCalibrationDialog::updateLut(QString *error)
 
 // ---- live output ---------------------------------------------------------------------------
 
+namespace {
+
+constexpr int kOutputMaxSide = 1920;
+
+} // namespace
+
+void ProjectorCalibrationDialog::setNdiRuntime(NdiRuntime *runtime)
+{
+    m_ndiRuntime = runtime;
+    m_ndiSender.reset();
+    applyOutputMode();
+}
+
+QString ProjectorCalibrationDialog::outputName() const
+{
+    if (!m_settings.output_name.isEmpty())
+        return m_settings.output_name;
+    const GuideObject *projector = projectorObject();
+    if (!projector)
+        return QStringLiteral("VantreoGuide Calibration Projector View");
+    if (projector->isProjector())
+        return QStringLiteral("VantreoGuide Projector #%1 Calibration View").arg(m_projectorIndex + 1);
+    return QStringLiteral("VantreoGuide %1 #%2 Calibration View").arg(QStringLiteral("Camera")).arg(m_projectorIndex + 1);
+}
+
+bool ProjectorCalibrationDialog::outputOpen() const
+{
+    return m_ndiSender && m_ndiSender->isOpen();
+}
+
 void ProjectorCalibrationDialog::applyOutputMode()
 {
-    const GuideObject *projector = projectorObject();
-    QString name = m_settings.output_name;
-    if (name.isEmpty()) {
-        if (!projector)
-            name = QStringLiteral("VantreoGuide Calibration Projector View");
-        else if (projector->isProjector())
-            name = QStringLiteral("VantreoGuide Projector #%1 Calibration View").arg(m_projectorIndex + 1);
-        else
-            name = QStringLiteral("VantreoGuide %1 #%2 Calibration View")
-                       .arg(QStringLiteral("Camera"))
-                       .arg(m_projectorIndex + 1);
+    const QString name = outputName();
+    if (m_settings.output_mode != 2 || (m_ndiSender && m_ndiSender->name() != name))
+        m_ndiSender.reset();
+    if (m_settings.output_mode == 1) {
+        setStatus(tr("Spout output \"%1\" is unavailable: %2").arg(name, spoutUnavailableText()));
+        return;
     }
-    // This build has no video sender: say so rather than pretend to publish.
-    if (m_settings.output_mode == 1)
-        setStatus(tr("Spout output \"%1\" is unavailable on this system.").arg(name));
-    else if (m_settings.output_mode == 2)
-        setStatus(tr("NDI output \"%1\" is unavailable: no NDI sender is available on this system.").arg(name));
+    if (m_settings.output_mode != 2)
+        return;
+    if (!m_ndiSender) {
+        NdiRuntime &runtime = m_ndiRuntime ? *m_ndiRuntime : NdiRuntime::instance();
+        m_ndiSender = std::make_unique<NdiSender>(runtime, name);
+    }
+    QString error;
+    if (!m_ndiSender->open(&error)) {
+        m_ndiSender.reset();
+        setStatus(tr("NDI output \"%1\" could not start: %2").arg(name, error));
+        return;
+    }
+    setStatus(tr("NDI output \"%1\" is on.").arg(name));
+    publishOutput();
+}
+
+void ProjectorCalibrationDialog::publishOutput()
+{
+    const GuideObject *projector = projectorObject();
+    if (!outputOpen() || !projector)
+        return;
+    const int w = std::max(1, projector->projector_resolution_width);
+    const int h = std::max(1, projector->projector_resolution_height);
+    const double scale = std::min(1.0, double(kOutputMaxSide) / std::max(w, h));
+    const QSize size(std::max(1, int(std::lround(w * scale))), std::max(1, int(std::lround(h * scale))));
+    m_ndiSender->send(m_projectorView->renderOutput(size));
 }

@@ -84,6 +84,8 @@ double ProjectorCalibrationDialog::PointView::fitScale() const
 
 QPointF ProjectorCalibrationDialog::PointView::contentToWidget(const QPointF &pixel) const
 {
+    if (m_outputMap)
+        return m_outputMap->map(pixel);
     const QSize image = imageSize();
     const double s = fitScale() * m_zoom;
     const QPointF origin = QPointF(width() / 2.0, height() / 2.0) - QPointF(image.width(), image.height()) * (s / 2.0) + m_pan;
@@ -207,6 +209,26 @@ void ProjectorCalibrationDialog::PointView::paintEvent(QPaintEvent *)
         paintWires(painter);
     paintMarkers(painter);
     paintHint(painter);
+}
+
+QImage ProjectorCalibrationDialog::PointView::renderOutput(const QSize &size)
+{
+    QImage image(size, QImage::Format_ARGB32);
+    image.fill(Qt::black);
+    if (size.isEmpty())
+        return image;
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (m_display.shade && !m_background.isNull())
+        painter.drawImage(image.rect(), m_background);
+    const QSize content = imageSize();
+    m_outputMap = QTransform::fromScale(size.width() / double(std::max(1, content.width())),
+                                        size.height() / double(std::max(1, content.height())));
+    if (m_display.wire || m_display.vertex)
+        paintWires(painter);
+    paintMarkers(painter);
+    m_outputMap.reset();
+    return image;
 }
 
 void ProjectorCalibrationDialog::PointView::paintProjectorImage(QPainter &painter)

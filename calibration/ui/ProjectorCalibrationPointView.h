@@ -6,6 +6,7 @@
 #include "scene/ViewCamera.h"
 
 #include <QImage>
+#include <QTransform>
 #include <QWidget>
 
 #include <functional>
@@ -62,6 +63,9 @@ public:
     void setLens(const vg::scene::LensModel &lens);
     QSize imageSize() const;
     QPointF contentToWidget(const QPointF &pixel) const;
+    // The projector view as the real projector would show it: the rendered picture, wires,
+    // vertices and markers at `size` (the image's aspect), without the reference image.
+    QImage renderOutput(const QSize &size);
     QPointF widgetToContent(const QPointF &widgetPoint) const;
     double zoom() const { return m_zoom; }
 
@@ -107,6 +111,8 @@ private:
     bool m_haveLens = false;
     ViewCamera m_camera;
 
+    // While renderOutput() paints: image pixels per projector pixel instead of the view's.
+    std::optional<QTransform> m_outputMap;
     // Projector view zoom and pan (widget pixels).
     double m_zoom = 1.0;
     QPointF m_pan;
