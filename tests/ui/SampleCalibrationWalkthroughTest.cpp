@@ -15,6 +15,7 @@
 #include <QFile>
 #include <QMouseEvent>
 #include <QTabWidget>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QtEndian>
 
@@ -204,7 +205,8 @@ TEST_F(SampleCalibrationWalkthrough, SampleProjectorSnapsOntoThePhotoAndExportsM
 
     // Without a camera image there is nothing to map from.
     QString error;
-    EXPECT_FALSE(dialog->exportLutTo(QDir(dir).filePath(QStringLiteral("calib-lut")), &error));
+    EXPECT_FALSE(dialog->exportLutTo(QDir::temp().filePath(QStringLiteral("never-written")), &error));
+    EXPECT_EQ(error, QStringLiteral("Add a camera (or another projector) with an image to map the UV LUT from."));
     // The camera that took the photo stands where the real projector is.
     const int camera = view->model().addCamera(QStringLiteral("Site Camera"));
     GuideObject cam = view->objects().at(camera);
@@ -216,7 +218,9 @@ TEST_F(SampleCalibrationWalkthrough, SampleProjectorSnapsOntoThePhotoAndExportsM
     cam.projector_resolution_height = truth.projector_resolution_height;
     cam.projector_image_file_path = photoPath;
     ASSERT_TRUE(view->applyObjectEdit(camera, cam));
-    const QString lutDir = QDir(dir).filePath(QStringLiteral("calib-lut"));
+    // The table itself is large; only its preview is kept for people to look at.
+    QTemporaryDir lutFolder;
+    const QString lutDir = lutFolder.filePath(QStringLiteral("calib-lut"));
     ASSERT_TRUE(dialog->exportLutTo(lutDir, &error)) << error.toStdString();
 
     // The fitted projector and the camera see the wall alike: the LUT maps each projector
