@@ -152,6 +152,14 @@
         <translation>No projected wireframe vertices are visible for this target.</translation>
     </message>
     <message>
+        <source>%1  mismatched</source>
+        <translation>%1  mismatched</translation>
+    </message>
+    <message>
+        <source>%1  worst</source>
+        <translation>%1  worst</translation>
+    </message>
+    <message>
         <source>Largest residual of this fit.</source>
         <translation>Largest residual of this fit.</translation>
     </message>

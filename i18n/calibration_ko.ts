@@ -152,6 +152,14 @@
         <translation>이 대상에는 투사된 와이어프레임 정점이 보이지 않습니다.</translation>
     </message>
     <message>
+        <source>%1  mismatched</source>
+        <translation>%1  잘못 매칭됨</translation>
+    </message>
+    <message>
+        <source>%1  worst</source>
+        <translation>%1  최대</translation>
+    </message>
+    <message>
         <source>Largest residual of this fit.</source>
         <translation>이번 피팅에서 가장 큰 잔차입니다.</translation>
     </message>

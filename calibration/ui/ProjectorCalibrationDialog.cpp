@@ -699,10 +699,13 @@ void ProjectorCalibrationDialog::refreshTable()
         cell(i, ColumnImageX, row.image ? QString::number(row.image->x(), 'f', 2) : QString());
         cell(i, ColumnImageY, row.image ? QString::number(row.image->y(), 'f', 2) : QString());
         auto *res = cell(i, ColumnResidual, std::isfinite(residual[i]) ? QString::number(residual[i], 'f', 2) : QString());
+        // The finding is in the text as well, so a selected row still shows it.
         if (i == mismatchedRow) {
+            res->setText(tr("%1  mismatched").arg(res->text()));
             res->setBackground(QColor(200, 40, 50));
             res->setToolTip(calibrationMismatchText(i + 1, m_diagnostics.rms, m_diagnostics.rmsWithoutMismatched));
         } else if (i == worstRow) {
+            res->setText(tr("%1  worst").arg(res->text()));
             res->setBackground(QColor(210, 130, 30));
             res->setToolTip(tr("Largest residual of this fit."));
         }

@@ -289,9 +289,14 @@ void ProjectorCalibrationDialog::PointView::paintMarkers(QPainter &painter)
             colour = QColor(255, 150, 40);
         if (marker.mismatched)
             colour = QColor(255, 50, 60);
+        painter.setBrush(Qt::NoBrush);
+        // A selected marker turns yellow; an outer ring keeps its finding visible.
+        if (marker.selected && (marker.worst || marker.mismatched)) {
+            painter.setPen(QPen(colour, 2.0));
+            painter.drawEllipse(*p, r + 4.0, r + 4.0);
+        }
         if (marker.selected)
             colour = QColor(255, 255, 80);
-        painter.setBrush(Qt::NoBrush);
         painter.setPen(QPen(colour, marker.selected ? 2.5 : 1.5));
         painter.drawEllipse(*p, r, r);
         painter.drawLine(*p - QPointF(r * 0.5, 0), *p + QPointF(r * 0.5, 0));

@@ -330,6 +330,9 @@ TEST_P(CalibrationDialogTest, RowMovedFortyPixelsByArrowKeysIsNamedMismatched)
     for (int row : {1, 2, 3, 4, 6, 7, 8})
         EXPECT_FALSE(text.contains(QStringLiteral("Point %1 looks").arg(row))) << row;
     EXPECT_EQ(dialog->table()->item(4, 7)->toolTip(), text.split(QLatin1Char('\n')).first());
+    EXPECT_TRUE(dialog->table()->item(4, 7)->text().endsWith(QStringLiteral("  mismatched")));
+    for (int row : {0, 1, 2, 3, 5, 6, 7})
+        EXPECT_FALSE(dialog->table()->item(row, 7)->text().contains(QStringLiteral("mismatched"))) << row;
 }
 
 INSTANTIATE_TEST_SUITE_P(Flips, CalibrationDialogTest,

@@ -248,5 +248,14 @@ TEST_F(SampleCalibrationWalkthrough, SampleProjectorSnapsOntoThePhotoAndExportsM
     ASSERT_TRUE(preview.save(QDir(dir).filePath(QStringLiteral("calib-lut-preview.png"))));
     EXPECT_GT(valid, lut.width * lut.height / 5);
     EXPECT_LT(far, valid / 100 + 1);
+
+    // A click that missed by 40 px: the check names it and the row is marked.
+    dialog->selectRow(4);
+    for (int i = 0; i < 4; ++i)
+        QTest::keyClick(dialog->projectorView(), Qt::Key_Left, Qt::ShiftModifier);
+    QApplication::processEvents();
+    ASSERT_TRUE(dialog->grab().save(QDir(dir).filePath(QStringLiteral("calib-mismatch.png"))));
+    EXPECT_TRUE(dialog->diagnosticsText().contains(QStringLiteral("Point 5 looks mismatched")))
+        << dialog->diagnosticsText().toStdString();
     dialog->close();
 }
