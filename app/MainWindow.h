@@ -132,6 +132,9 @@ public:
     // "Export Projector/Camera UV LUT...": the dialog over the current 3D view's scene; its
     // options and media-server settings are kept in the view (MainWindowUvLut.cpp).
     Q_INVOKABLE void runProjectorCameraUvLutExport();
+    // "Calibrate Projector...": the modeless calibration window for the projector selected in
+    // the current 3D view (MainWindowCalibration.cpp).
+    Q_INVOKABLE void calibrateSelectedProjector();
 
 Q_SIGNALS:
     void uiScaleChanged(double scale);

@@ -1,9 +1,10 @@
 #include "cli/CliCommand.h"
 
+#include "calibration/CalibrationDiagnostics.h"
+#include "calibration/CalibrationPointsCsv.h"
 #include "calibration/ProjectorCalibration.h"
 #include "project/ProjectFile.h"
 
-#include <QFile>
 #include <QLocale>
 #include <QRegularExpression>
 
@@ -44,47 +45,6 @@ bool parseNumbers(const QString &text, int count, QVector<double> *values)
     return true;
 }
 
-// A header names its columns: some field of it is not a number.
-bool looksLikeHeader(const QString &line)
-{
-    const QStringList parts = line.split(QLatin1Char(','));
-    return std::any_of(parts.begin(), parts.end(), [](const QString &part) {
-        bool ok = false;
-        part.trimmed().toDouble(&ok);
-        return !ok;
-    });
-}
-
-// One match a line: x,y,z,u,v. Blank lines are skipped, and the first line that holds
-// anything may be a header.
-bool readMatchedPoints(const QString &path, QVector<GuideMatchedPoint> *points, QString *error)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        *error = QStringLiteral("Could not read %1: %2").arg(path, file.errorString());
-        return false;
-    }
-    int lineNumber = 0;
-    bool seenContent = false;
-    while (!file.atEnd()) {
-        const QString line = QString::fromUtf8(file.readLine()).trimmed();
-        ++lineNumber;
-        if (line.isEmpty())
-            continue;
-        const bool first = !seenContent;
-        seenContent = true;
-        QVector<double> v;
-        if (!parseNumbers(line, 5, &v)) {
-            if (first && looksLikeHeader(line))
-                continue;
-            *error = QStringLiteral("%1 line %2: expected x,y,z,u,v, got \"%3\".").arg(path).arg(lineNumber).arg(line);
-            return false;
-        }
-        points->append(GuideMatchedPoint{float(v[0]), float(v[1]), float(v[2]), float(v[3]), float(v[4])});
-    }
-    return true;
-}
-
 QString resultJson(const ProjectorCalibrationResult &r)
 {
     QString residuals;
@@ -109,13 +69,43 @@ QString resultJson(const ProjectorCalibrationResult &r)
     return text;
 }
 
+// The fit for a person: each point's residual, the worst one, the leave-one-out finding
+// and the warnings about the points' spread.
+QString resultReport(const GuideObject &projector, const QVector<GuideMatchedPoint> &points,
+                     const ProjectorCalibrationRequest &request, const ProjectorCalibrationResult &r)
+{
+    const CalibrationDiagnostics d = diagnoseCalibration(projector, points, request, r);
+    QString text;
+    text += QStringLiteral("RMS error: %1 px over %2 points, iterations: %3\n")
+                .arg(r.rmsError, 0, 'f', 3).arg(r.pointCount).arg(r.iterations);
+    text += QStringLiteral("point        u          v        du       dv   residual_px\n");
+    for (const ProjectorCalibrationResidual &residual : r.residuals) {
+        const GuideMatchedPoint &p = points.at(residual.pointIndex);
+        text += QStringLiteral("%1 %2 %3 %4 %5 %6%7\n")
+                    .arg(residual.pointIndex + 1, 5)
+                    .arg(double(p.u), 10, 'f', 2)
+                    .arg(double(p.v), 10, 'f', 2)
+                    .arg(residual.du, 8, 'f', 3)
+                    .arg(residual.dv, 8, 'f', 3)
+                    .arg(residual.distance, 13, 'f', 3)
+                    .arg(residual.pointIndex == d.worstPoint ? QStringLiteral("  (worst)") : QString());
+    }
+    if (d.mismatchedPoint >= 0)
+        text += calibrationMismatchText(d.mismatchedPoint + 1, d.rms, d.rmsWithoutMismatched) + QLatin1Char('\n');
+    else
+        text += QStringLiteral("Leave-one-out: no single point lowers the RMS by more than half.\n");
+    for (const QString &warning : calibrationWarnings(d))
+        text += warning + QLatin1Char('\n');
+    return text;
+}
+
 int runCalibrate(const QStringList &args, CliContext &ctx)
 {
     CliArgs parsed(args,
                    {QStringLiteral("--view"), QStringLiteral("--projector"), QStringLiteral("--points"),
                     QStringLiteral("--image-size"), QStringLiteral("--start"), QStringLiteral("-o")},
                    {QStringLiteral("--quick"), QStringLiteral("--no-throw-ratio"), QStringLiteral("--no-lens-shift"),
-                    QStringLiteral("--apply")});
+                    QStringLiteral("--apply"), QStringLiteral("--report")});
     const int viewIndex = parsed.intValue(QStringLiteral("--view"), -1);
     const int projectorIndex = parsed.intValue(QStringLiteral("--projector"), -1);
     if (!parsed.ok())
@@ -155,7 +145,7 @@ int runCalibrate(const QStringList &args, CliContext &ctx)
 
     QVector<GuideMatchedPoint> points;
     QString error;
-    if (!readMatchedPoints(parsed.value(QStringLiteral("--points")), &points, &error)) {
+    if (!readCalibrationPointsCsv(parsed.value(QStringLiteral("--points")), &points, &error)) {
         ctx.err << error << Qt::endl;
         return CliFailure;
     }
@@ -175,13 +165,20 @@ int runCalibrate(const QStringList &args, CliContext &ctx)
     }
     Guide3DViewSettings view = onlyActive ? project.activeView : project.views.at(viewIndex);
 
+    // The record as it was before a fit that --apply may write into it.
+    const GuideObject original = projectorIndex >= 0 && projectorIndex < view.objects.size()
+                                     ? view.objects.at(projectorIndex)
+                                     : GuideObject();
     ProjectorCalibrationResult result;
     QString message;
     if (!calibrateProjector(view, points, request, &result, &message)) {
         ctx.err << message << Qt::endl;
         return CliFailure;
     }
-    ctx.out << resultJson(result);
+    if (parsed.has(QStringLiteral("--report")))
+        ctx.out << resultReport(original, points, request, result);
+    else
+        ctx.out << resultJson(result);
 
     if (apply) {
         if (onlyActive) {
@@ -206,9 +203,10 @@ const CliCommand &calibrateCommand()
     static const CliCommand command{
         QStringLiteral("calibrate"),
         QStringLiteral("calibrate <project> --view V --projector I --points <file.csv> [--image-size WxH] [--quick] "
-                       "[--no-throw-ratio] [--no-lens-shift] [--start X,Y,Z,RX,RY,RZ] [--apply -o <out.vgs>]"),
+                       "[--no-throw-ratio] [--no-lens-shift] [--start X,Y,Z,RX,RY,RZ] [--apply -o <out.vgs>] [--report]"),
         QStringLiteral("Fits a projector to matched points (CSV x,y,z,u,v) and prints the fit as JSON; "
-                       "--apply writes the fitted projector into a copy of the project."),
+                       "--apply writes the fitted projector into a copy of the project; --report prints each point's residual "
+                       "and the leave-one-out check instead."),
         runCalibrate};
     return command;
 }

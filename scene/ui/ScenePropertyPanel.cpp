@@ -612,6 +612,12 @@ void ScenePropertyPanel::buildProjector()
     addViewOutputRows(form);
     if (!projector)
         return;
+    // The window owns the calibration dialog; the panel only asks for it.
+    auto *calibrate = new QPushButton(tr("Calibrate Projector..."), form->parentWidget());
+    calibrate->setObjectName(QStringLiteral("calibrateProjectorButton"));
+    connect(calibrate, &QPushButton::clicked, this,
+            [this] { QMetaObject::invokeMethod(window(), "calibrateSelectedProjector", Qt::DirectConnection); });
+    form->addRow(calibrate);
     addBool(form, tr("Projection visible"), &GuideObject::projection_visible);
     addNumber(
         form, tr("Projection opacity"), [](const GuideObject &o) { return double(o.projection_opacity) * 100.0; },

@@ -205,6 +205,11 @@ void ThreeDViewTab::buildToolBar()
     editMenu->addAction(tr("Paste"), m_view, &SceneWidget::pasteFromClipboard);
     editMenu->addAction(tr("Duplicate"), m_view, &SceneWidget::duplicateSelection);
     editMenu->addAction(tr("Delete"), this, [this] { m_view->deleteSelection(true); });
+    editMenu->addSeparator();
+    QAction *calibrate = editMenu->addAction(tr("Calibrate Projector..."), this, [this] {
+        QMetaObject::invokeMethod(window(), "calibrateSelectedProjector", Qt::DirectConnection);
+    });
+    calibrate->setObjectName(QStringLiteral("actionCalibrateProjector"));
     auto *editButton = new QToolButton(m_toolBar);
     editButton->setText(tr("Edit"));
     editButton->setMenu(editMenu);
