@@ -30,6 +30,7 @@
 #include <QMouseEvent>
 #include <QProcess>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QSettings>
 #include <QShortcut>
 #include <QStatusBar>
@@ -72,6 +73,27 @@ protected:
 private:
     std::function<void()> m_onRelease;
 };
+
+// A made-up title in the current language from the kind's id and the number it was given:
+// "Guide 3", "Canvas 2"; the first 3D view is plain "3D View", later ones are numbered.
+QString generatedTabTitle(const QString &kindId, int number)
+{
+    if (kindId == guideTabKind().id())
+        return MainWindow::tr("Guide %1").arg(number);
+    if (kindId == canvasTabKind().id())
+        return MainWindow::tr("Canvas %1").arg(number);
+    if (kindId == threeDViewTabKind().id())
+        return number <= 1 ? MainWindow::tr("3D View") : MainWindow::tr("3D View %1").arg(number);
+    return QString();
+}
+
+// The number at the end of a made-up title, in either language; 1 when it has none.
+int generatedTitleNumber(const QString &title)
+{
+    static const QRegularExpression trailingNumber(QStringLiteral("\\s(\\d{1,9})$"));
+    const QRegularExpressionMatch match = trailingNumber.match(title);
+    return match.hasMatch() ? match.captured(1).toInt() : 1;
+}
 
 } // namespace
 
@@ -182,7 +204,8 @@ void MainWindow::buildMenus()
     undo->setShortcut(QKeySequence(QStringLiteral("Ctrl+Z")));
     connect(undo, &QAction::triggered, this, [this] { undoOnCurrentTab(false); });
     QAction *redo = addMenuAction(edit, "actionRedo", false);
-    redo->setShortcut(QKeySequence(QStringLiteral("Ctrl+Y")));
+    // Ctrl+Shift+Z is the redo many users reach for first.
+    redo->setShortcuts({QKeySequence(QStringLiteral("Ctrl+Y")), QKeySequence(QStringLiteral("Ctrl+Shift+Z"))});
     connect(redo, &QAction::triggered, this, [this] { undoOnCurrentTab(true); });
 
     QMenu *addTab = makeMenu("menuAddTab");
@@ -412,10 +435,15 @@ void MainWindow::retranslateUi()
     setText("actionVersion", tr("Version"));
     setText("actionUpdate", tr("Update"));
 
-    if (m_startupApiLabel && m_startupApiLabel->text().isEmpty()) {
+    // The waiting text follows the language until the startup client reports.
+    if (m_startupApiLabel
+        && (m_startupApiLabel->text().isEmpty()
+            || m_startupApiLabel->text() == m_startupApiLabel->property("vantreoWaitingText").toString())) {
         m_startupApiLabel->setText(tr("Startup API: Waiting"));
         m_startupApiLabel->setToolTip(tr("Startup API request has not been sent yet."));
+        m_startupApiLabel->setProperty("vantreoWaitingText", m_startupApiLabel->text());
     }
+    retranslateGeneratedTabTitles();
 
     m_startHint->setText(tr("Use Add Tab or the + tab to start."));
     m_startButton->setText(tr("Add guide tab"));
@@ -501,8 +529,12 @@ QWidget *MainWindow::insertContentTab(QWidget *content, const TabKind &kind, con
     TabKindRegistry::mark(content, kind);
     // Counted even when a title is given, so later new tabs never repeat a loaded one's number.
     const QString fallback = kind.newTitle(*this);
+    const int number = generatedTitleNumber(fallback);
     const QString shownTitle = title.isEmpty() ? fallback : title;
     content->setProperty("fallbackTabTitle", shownTitle);
+    // A title the window made up follows the language until the user renames the tab.
+    content->setProperty("vantreoGeneratedTabTitle", title.isEmpty() ? fallback : QString());
+    content->setProperty("vantreoGeneratedTabNumber", number);
 
     QWidget *current = currentContentTab();
     const int position = current ? m_tabs->indexOf(current) + 1 : std::max(0, plusTabIndex());
@@ -528,6 +560,30 @@ QWidget *MainWindow::insertContentTab(QWidget *content, const TabKind &kind, con
     updateEditActions();
     m_tabLayoutTimer->start();
     return content;
+}
+
+void MainWindow::retranslateGeneratedTabTitles()
+{
+    for (int i = 0; i < contentTabCount(); ++i) {
+        QWidget *content = contentTab(i);
+        TabTitleWidget *titleWidget = tabTitleWidget(i);
+        const QString generated = content->property("vantreoGeneratedTabTitle").toString();
+        if (!titleWidget || generated.isEmpty() || titleWidget->title() != generated)
+            continue;
+        const TabKind *kind = TabKindRegistry::kindOf(content);
+        if (!kind)
+            continue;
+        const QString retitled = generatedTabTitle(kind->id(), content->property("vantreoGeneratedTabNumber").toInt());
+        if (retitled.isEmpty() || retitled == generated)
+            continue;
+        content->setProperty("vantreoGeneratedTabTitle", retitled);
+        content->setProperty("fallbackTabTitle", retitled);
+        titleWidget->setFallbackTitle(retitled);
+        titleWidget->setTitle(retitled);
+        m_tabs->setTabToolTip(m_tabs->indexOf(content), retitled);
+    }
+    if (m_tabLayoutTimer)
+        m_tabLayoutTimer->start();
 }
 
 QWidget *MainWindow::duplicateTab(int index)

@@ -161,6 +161,7 @@ private:
     void buildTabArea();
     QWidget *buildStartPage();
     void retranslateUi();
+    void retranslateGeneratedTabTitles();
     void updateLanguageChecks();
 
     int plusTabIndex() const;

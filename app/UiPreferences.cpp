@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFontDatabase>
+#include <QLibraryInfo>
 #include <QSettings>
 #include <QTranslator>
 
@@ -17,6 +18,30 @@ std::unique_ptr<QTranslator> &installedTranslator()
 {
     static std::unique_ptr<QTranslator> translator;
     return translator;
+}
+
+// Qt's own texts (standard dialog buttons, context menus of text fields).
+std::unique_ptr<QTranslator> &installedQtTranslator()
+{
+    static std::unique_ptr<QTranslator> translator;
+    return translator;
+}
+
+void installQtTranslation(const QString &language)
+{
+    std::unique_ptr<QTranslator> &current = installedQtTranslator();
+    if (current) {
+        QCoreApplication::removeTranslator(current.get());
+        current.reset();
+    }
+    if (language == QLatin1String("en"))
+        return; // Qt's texts are English already
+    auto translator = std::make_unique<QTranslator>();
+    if (!translator->load(QStringLiteral("qtbase_%1").arg(language),
+                          QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        return; // Qt's own buttons then stay in English; the program's texts are still translated
+    QCoreApplication::installTranslator(translator.get());
+    current = std::move(translator);
 }
 
 QString &installedCode()
@@ -68,6 +93,7 @@ bool installUiTranslation(const QString &code, QString *error)
         QCoreApplication::removeTranslator(current.get());
         current.reset();
     }
+    installQtTranslation(loaded ? language : QStringLiteral("en"));
     if (!loaded) {
         installedCode() = QStringLiteral("en");
         if (error)

@@ -6,7 +6,7 @@ packages=(
     build-essential cmake ninja-build pkg-config git
     qt6-base-dev qt6-base-dev-tools qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
     libqt6opengl6-dev qt6-svg-dev libgl-dev libegl-dev libgl1-mesa-dri libxkbcommon-dev
-    qt6-qpa-plugins
+    qt6-qpa-plugins qt6-translations-l10n
     libeigen3-dev libzip-dev libdeflate-dev zlib1g-dev libxcb1-dev
     libavformat-dev libavcodec-dev libswscale-dev libavutil-dev
     libgtest-dev libgmock-dev libbenchmark-dev
