@@ -2,6 +2,7 @@
 
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QDoubleSpinBox>
 #include <QFormLayout>
 #include <QLineEdit>
 #include <QSpinBox>
@@ -38,6 +39,52 @@ SceneAddObjectDialog::SceneAddObjectDialog(const QString &title, const QString &
         m_spins.first()->setFocus();
         m_spins.first()->selectAll();
     }
+}
+
+void SceneAddObjectDialog::addLensFields(const Lens &initial)
+{
+    if (m_lensWidth)
+        return;
+    auto pixels = [this](int value) {
+        auto *spin = new QSpinBox(this);
+        spin->setRange(1, 16384);
+        spin->setValue(value);
+        spin->setSuffix(tr(" px"));
+        return spin;
+    };
+    auto real = [this](double minimum, double maximum, int decimals, double value, const QString &suffix) {
+        auto *spin = new QDoubleSpinBox(this);
+        spin->setRange(minimum, maximum);
+        spin->setDecimals(decimals);
+        spin->setValue(value);
+        spin->setSingleStep(decimals > 1 ? 0.01 : 1.0);
+        if (!suffix.isEmpty())
+            spin->setSuffix(suffix);
+        return spin;
+    };
+    m_lensWidth = pixels(initial.width);
+    m_lensHeight = pixels(initial.height);
+    m_throwRatio = real(0.1, 10.0, 3, initial.throwRatio, QString());
+    m_shiftX = real(-100.0, 100.0, 1, initial.shiftX, QStringLiteral(" %"));
+    m_shiftY = real(-100.0, 100.0, 1, initial.shiftY, QStringLiteral(" %"));
+    m_form->addRow(tr("Resolution width"), m_lensWidth);
+    m_form->addRow(tr("Resolution height"), m_lensHeight);
+    m_form->addRow(tr("Throw ratio"), m_throwRatio);
+    m_form->addRow(tr("Lens shift X"), m_shiftX);
+    m_form->addRow(tr("Lens shift Y"), m_shiftY);
+}
+
+SceneAddObjectDialog::Lens SceneAddObjectDialog::lens() const
+{
+    Lens result;
+    if (!m_lensWidth)
+        return result;
+    result.width = m_lensWidth->value();
+    result.height = m_lensHeight->value();
+    result.throwRatio = m_throwRatio->value();
+    result.shiftX = m_shiftX->value();
+    result.shiftY = m_shiftY->value();
+    return result;
 }
 
 void SceneAddObjectDialog::setChoice(const QString &label, const QStringList &items, int current)

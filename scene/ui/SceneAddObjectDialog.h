@@ -4,6 +4,7 @@
 #include <QString>
 #include <QVector>
 
+class QDoubleSpinBox;
 class QLineEdit;
 class QSpinBox;
 
@@ -25,6 +26,20 @@ public:
     SceneAddObjectDialog(const QString &title, const QString &defaultName, const QVector<Field> &fields,
                          QWidget *parent = nullptr);
 
+    // The lens a new projector or camera starts with.
+    struct Lens {
+        int width = 1920;
+        int height = 1200;
+        double throwRatio = 1.0;
+        double shiftX = 0.0;   // percent of the image width
+        double shiftY = 50.0;  // percent of the image height
+    };
+    // Adds the lens rows (resolution, throw ratio, lens shift) below the sizes.
+    void addLensFields(const Lens &initial);
+    bool hasLensFields() const { return m_lensWidth != nullptr; }
+    Lens lens() const;
+    QDoubleSpinBox *throwRatioBox() const { return m_throwRatio; }
+
     // An extra choice row above the sizes (the guide tab of a guide object).
     void setChoice(const QString &label, const QStringList &items, int current);
     int choice() const;
@@ -45,4 +60,9 @@ private:
     class QComboBox *m_choice = nullptr;
     class QFormLayout *m_form = nullptr;
     QVector<QSpinBox *> m_spins;
+    QSpinBox *m_lensWidth = nullptr;
+    QSpinBox *m_lensHeight = nullptr;
+    QDoubleSpinBox *m_throwRatio = nullptr;
+    QDoubleSpinBox *m_shiftX = nullptr;
+    QDoubleSpinBox *m_shiftY = nullptr;
 };

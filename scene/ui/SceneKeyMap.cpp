@@ -18,6 +18,7 @@ const std::vector<SceneKeyBinding> &sceneKeyMap()
         {Qt::Key_Escape, none, true, SceneCommand::Cancel, B::ViewFirstAnyModifiers},
         {Qt::Key_Z, ctrl, false, SceneCommand::Undo, B::ViewFirst},
         {Qt::Key_Y, ctrl, false, SceneCommand::Redo, B::ViewFirst},
+        {Qt::Key_Z, ctrl | Qt::ShiftModifier, false, SceneCommand::Redo, B::ViewFirst},
         {Qt::Key_U, ctrl, false, SceneCommand::Redo, B::ViewFirst},
         {Qt::Key_D, ctrl, false, SceneCommand::Duplicate, B::ViewFirst},
         {Qt::Key_C, ctrl, false, SceneCommand::Copy, B::ViewFirst},

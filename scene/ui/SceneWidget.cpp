@@ -516,6 +516,8 @@ int SceneWidget::pasteFromClipboard()
     // Guide bindings name the project's guides, the same from every view: they paste as
     // they are. Imported meshes travel as their file path.
     vg::exchange::loadImportedGeometry(incoming);
+    // Pasting over the originals would hide the copies: they move aside until they stand free.
+    vg::scene::offsetPastedObjects(incoming, objects(), placementView());
     const int pasted = appendObjects(incoming);
     setStatus(SceneTexts::pastedMessage(pasted));
     return pasted;
@@ -631,6 +633,14 @@ void SceneWidget::setGuideImages(const QVector<QImage> &images)
     requestRepaint();
 }
 
+void SceneWidget::setGuideArrays(const QVector<GuideArraySlices> &arrays)
+{
+    if (arrays == m_guideArrays)
+        return;
+    m_guideArrays = arrays;
+    requestRepaint();
+}
+
 void SceneWidget::setLoading(bool loading)
 {
     if (m_framePacer->isLoading() == loading)
@@ -688,6 +698,26 @@ void SceneWidget::toggleSelectionFlag(bool GuideObject::*flag, bool lensOnly)
     m_model.toggleFlag(selection(), flag, lensOnly);
 }
 
+void SceneWidget::toggleSelectionFrustum()
+{
+    if (!m_showProjectorFrustum) {
+        toggleSelectionFlag(&GuideObject::show_projector_frustum, true);
+        return;
+    }
+    // With every frustum shown view-wide the per-object switch would change nothing on
+    // screen. The key then hides the selected frusta: the view-wide option goes off and
+    // every other lens keeps its frustum through its own switch (one undo step).
+    const QList<int> selected = selection();
+    m_model.pushUndoSnapshot();
+    for (int i = 0; i < objectCount(); ++i) {
+        GuideObject *object = m_model.mutableObject(i);
+        if (object && object->hasLens())
+            object->show_projector_frustum = !selected.contains(i);
+    }
+    setShowProjectorFrustum(false);
+    m_model.notifyChanged();
+}
+
 bool SceneWidget::runCommand(SceneCommand command)
 {
     switch (command) {
@@ -718,7 +748,7 @@ bool SceneWidget::runCommand(SceneCommand command)
         for (int index : selection())
             anyLens = anyLens || objects().at(index).hasLens();
         if (anyLens)
-            toggleSelectionFlag(&GuideObject::show_projector_frustum, true);
+            toggleSelectionFrustum();
         else
             setShowProjectorFrustum(!m_showProjectorFrustum);
         return true;
@@ -942,6 +972,7 @@ void SceneWidget::renderFrame()
     settings.gridVisible = m_gridVisible;
     settings.showAllProjectorFrusta = m_showProjectorFrustum;
     settings.showObjPolygonLines = m_showPolygonLines;
+    settings.guideArrays = m_guideArrays;
     for (int index : selection())
         settings.selection.append(index);
     settings.hiddenObjectIndex = m_camera.mode() == ViewCameraMode::ProjectorView ? m_projectorViewIndex : -1;
@@ -996,6 +1027,7 @@ void SceneWidget::paintOverlay(QPainter &painter)
     paintGizmo(painter);
     if (m_helpVisible)
         paintHelp(painter);
+    SceneHeatmapLegendPainter::paint(painter, rect(), heatmapLegend());
 
     // View name in the top-right corner.
     QFont font = painter.font();
@@ -1076,6 +1108,49 @@ void SceneWidget::paintGizmo(QPainter &painter)
         painter.setBrush(QColor(255, 255, 255, 40));
         painter.drawPolygon(square.constData(), int(square.size()));
     }
+}
+
+SceneHeatmapLegend SceneWidget::heatmapLegend() const
+{
+    SceneHeatmapLegend legend;
+    if (!m_renderer)
+        return legend;
+    const QVector<GuideObject> &all = objects();
+    auto shows = [&all](int i) {
+        return i >= 0 && i < all.size() && all[i].isProjector() && all[i].visible
+            && all[i].projector_pixel_footprint_heatmap_visible;
+    };
+    int index = shows(currentIndex()) ? currentIndex() : -1;
+    for (int i = 0; index < 0 && i < all.size(); ++i)
+        index = shows(i) ? i : -1;
+    if (index < 0 || !m_renderer->heatmapRange(index, &legend.minimum, &legend.maximum))
+        return legend;
+    legend.visible = true;
+    legend.projectorName = all[index].name;
+    legend.metric = all[index].projector_pixel_footprint_metric;
+    return legend;
+}
+
+void SceneWidget::placeNewObject(int index, int besideIndex)
+{
+    if (!m_model.isValidIndex(index))
+        return;
+    QVector<GuideObject> others = objects();
+    const GuideObject created = others.takeAt(index);
+    const int beside = besideIndex == index ? -1 : (besideIndex > index ? besideIndex - 1 : besideIndex);
+    const GuideObject placed = vg::scene::placedNewObject(created, others, beside, placementView());
+    if (placed != created)
+        setObjectWithoutUndo(index, placed);
+}
+
+vg::scene::PlacementView SceneWidget::placementView() const
+{
+    vg::scene::PlacementView view;
+    const QVector3D eye = m_camera.eyePosition();
+    const QVector3D target = m_camera.target();
+    view.eye = Eigen::Vector3d(eye.x(), eye.y(), eye.z());
+    view.target = Eigen::Vector3d(target.x(), target.y(), target.z());
+    return view;
 }
 
 void SceneWidget::paintHelp(QPainter &painter)

@@ -1,11 +1,14 @@
 #pragma once
 
 #include "scene/Guide3DViewSettings.h"
+#include "scene/GuideArraySlices.h"
 #include "scene/GuideObject.h"
 #include "scene/SceneMesh.h"
 #include "scene/SceneModel.h"
+#include "scene/ScenePlacement.h"
 #include "scene/ViewCamera.h"
 #include "scene/gl/SceneFramePacer.h"
+#include "scene/ui/SceneHeatmapLegend.h"
 #include "scene/ui/SceneGizmo.h"
 
 #include <QImage>
@@ -114,14 +117,26 @@ public:
     void endCurveDrawing();
     bool isDrawingCurve() const;
 
+    // Puts a newly created object where the camera sees it, beside object `besideIndex`
+    // when that is another valid object; part of the creation's undo step.
+    void placeNewObject(int index, int besideIndex);
+    vg::scene::PlacementView placementView() const;
+
     // Objects of the calibration windows: deleting their projector closes them first.
     void registerCalibrationWindow(int objectIndex, QWidget *window);
 
     // Guide images in guide order; surfaces and projectors bound to a guide show it.
     void setGuideImages(const QVector<QImage> &images);
     const QVector<QImage> &guideImages() const { return m_guideImages; }
+    // The guides' projector arrays, in guide order: projectors may show one slice each.
+    void setGuideArrays(const QVector<GuideArraySlices> &arrays);
+    const QVector<GuideArraySlices> &guideArrays() const { return m_guideArrays; }
     // The view's calibration and look-up-table settings (saved with the view).
     void setProjectorCalibrationSettings(const GuideProjectorCalibrationSettings &settings);
+
+    // The heat-map key shown in the view: the selected projector's map, else the first
+    // projector that shows one; not visible until a frame has measured its range.
+    SceneHeatmapLegend heatmapLegend() const;
 
     bool helpOverlayVisible() const { return m_helpVisible; }
     void setHelpOverlayVisible(bool on);
@@ -189,6 +204,7 @@ private:
     void setStatus(const QString &text, int timeoutMs = 4000);
     bool runCommand(SceneCommand command);
     void toggleSelectionFlag(bool GuideObject::*flag, bool lensOnly);
+    void toggleSelectionFrustum();
     void cancelDrag();
     bool groundPoint(const QPointF &pixel, QVector3D *point) const;
     void onModelChanged();
@@ -198,6 +214,7 @@ private:
     void paintOverlay(QPainter &painter);
     void paintGizmo(QPainter &painter);
     void paintHelp(QPainter &painter);
+    void paintHeatmapLegend(QPainter &painter);
     int appendObjects(const QVector<GuideObject> &objects);
 
     SceneModel m_model;
@@ -230,6 +247,7 @@ private:
     mutable std::vector<SceneMesh> m_pickMeshes;
     QVector<QImage> m_guideImages;
     bool m_guideImagesDirty = false;
+    QVector<GuideArraySlices> m_guideArrays;
     QList<QPair<int, QPointer<QWidget>>> m_calibrationWindows;
 
     // Interaction: the pointer tools, and the one holding the current drag.

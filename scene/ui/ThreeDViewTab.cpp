@@ -11,6 +11,7 @@
 #include "video/VideoSourceRegistry.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QActionGroup>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -23,6 +24,7 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QDir>
+#include <QSet>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTimer>
@@ -59,7 +61,10 @@ ThreeDViewTab::ThreeDViewTab(QWidget *parent)
     auto *listBox = new QWidget(side);
     auto *listLayout = new QVBoxLayout(listBox);
     listLayout->setContentsMargins(4, 4, 4, 0);
-    listLayout->addWidget(new QLabel(tr("Objects"), listBox));
+    auto *objectsLabel = new QLabel(listBox);
+    objectsLabel->setObjectName(QStringLiteral("vantreoSceneObjectsLabel"));
+    m_texts.bind(objectsLabel, [] { return tr("Objects"); });
+    listLayout->addWidget(objectsLabel);
     listLayout->addWidget(m_list);
     side->addWidget(listBox);
     side->addWidget(m_panel);
@@ -113,9 +118,21 @@ ThreeDViewTab::ThreeDViewTab(QWidget *parent)
     connect(m_guidePoll, &QTimer::timeout, this, &ThreeDViewTab::refreshGuideSources);
 
     setViewSettings(Guide3DViewSettings::created());
+    // The view's keys reach it from the object list and the rest of the tab as well.
+    qApp->installEventFilter(this);
 }
 
-ThreeDViewTab::~ThreeDViewTab() = default;
+ThreeDViewTab::~ThreeDViewTab()
+{
+    qApp->removeEventFilter(this);
+}
+
+void ThreeDViewTab::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        m_texts.apply();
+    QWidget::changeEvent(event);
+}
 
 void ThreeDViewTab::buildToolBar()
 {
@@ -124,7 +141,7 @@ void ThreeDViewTab::buildToolBar()
     m_toolBar->setToolButtonStyle(Qt::ToolButtonTextOnly);
 
     auto *addButton = new QToolButton(m_toolBar);
-    addButton->setText(tr("Add"));
+    m_texts.bind(addButton, [] { return tr("Add"); });
     addButton->setObjectName(QStringLiteral("vantreoSceneAddButton"));
     addButton->setMenu(m_addMenu);
     addButton->setPopupMode(QToolButton::InstantPopup);
@@ -132,39 +149,54 @@ void ThreeDViewTab::buildToolBar()
     m_toolBar->addSeparator();
 
     m_modeGroup = new QActionGroup(this);
-    const QString modeNames[3] = {tr("Move (W)"), tr("Rotate (E)"), tr("Scale (R)")};
+    static const char *const modeNames[3] = {QT_TR_NOOP("Move (W)"), QT_TR_NOOP("Rotate (E)"), QT_TR_NOOP("Scale (R)")};
     for (int i = 0; i < 3; ++i) {
-        m_modeActions[i] = m_toolBar->addAction(modeNames[i]);
+        m_modeActions[i] = m_toolBar->addAction(QString());
+        m_texts.bind(m_modeActions[i], [i] { return tr(modeNames[i]); });
         m_modeActions[i]->setCheckable(true);
         m_modeGroup->addAction(m_modeActions[i]);
         connect(m_modeActions[i], &QAction::triggered, this, [this, i] { m_view->setTransformMode(i); });
     }
-    m_localAction = m_toolBar->addAction(tr("Local Axes (X)"));
+    m_localAction = m_toolBar->addAction(QString());
+    m_texts.bind(m_localAction, [] { return tr("Local Axes (X)"); });
     m_localAction->setCheckable(true);
     connect(m_localAction, &QAction::toggled, this, [this](bool on) { m_view->setTransformSpace(on ? 1 : 0); });
-    m_snapAction = m_toolBar->addAction(tr("Snap"));
+    m_snapAction = m_toolBar->addAction(QString());
+    m_texts.bind(m_snapAction, [] { return tr("Snap"); });
     m_snapAction->setCheckable(true);
     connect(m_snapAction, &QAction::toggled, m_view, &SceneWidget::setSnapEnabled);
     m_toolBar->addSeparator();
 
-    auto *viewMenu = new QMenu(tr("View"), this);
-    viewMenu->addAction(tr("Perspective (P)"), this, [this] { m_view->setViewMode(ViewCameraMode::Perspective); });
-    viewMenu->addAction(tr("Front"), this, [this] { m_view->setViewMode(ViewCameraMode::Front); });
-    viewMenu->addAction(tr("Side"), this, [this] { m_view->setViewMode(ViewCameraMode::Side); });
-    viewMenu->addAction(tr("Projector View (V)"), this, [this] {
+    // Menu entries keep their texts in the current language (see changeEvent).
+    auto entry = [this](QMenu *menu, const char *text) {
+        QAction *action = menu->addAction(QString());
+        m_texts.bind(action, [text] { return tr(text); });
+        return action;
+    };
+    auto *viewMenu = new QMenu(this);
+    m_texts.bind(viewMenu, "title", [] { return tr("View"); });
+    connect(entry(viewMenu, QT_TR_NOOP("Perspective (P)")), &QAction::triggered, this,
+            [this] { m_view->setViewMode(ViewCameraMode::Perspective); });
+    connect(entry(viewMenu, QT_TR_NOOP("Front")), &QAction::triggered, this,
+            [this] { m_view->setViewMode(ViewCameraMode::Front); });
+    connect(entry(viewMenu, QT_TR_NOOP("Side")), &QAction::triggered, this,
+            [this] { m_view->setViewMode(ViewCameraMode::Side); });
+    connect(entry(viewMenu, QT_TR_NOOP("Projector View (V)")), &QAction::triggered, this, [this] {
         if (!m_view->lookThrough(m_view->currentIndex()))
             showStatus(tr("Select a projector or camera to look through."), 4000);
     });
-    viewMenu->addAction(tr("Frame Selection (F)"), m_view, &SceneWidget::frameSelection);
+    connect(entry(viewMenu, QT_TR_NOOP("Frame Selection (F)")), &QAction::triggered, m_view,
+            &SceneWidget::frameSelection);
     viewMenu->addSeparator();
-    viewMenu->addAction(tr("Save Camera View..."), this, [this] {
+    connect(entry(viewMenu, QT_TR_NOOP("Save Camera View...")), &QAction::triggered, this, [this] {
         bool ok = false;
         const QString name = QInputDialog::getText(this, tr("Save Camera View"), tr("Name"), QLineEdit::Normal,
                                                    tr("View %1").arg(m_view->cameraViews().size() + 1), &ok);
         if (ok && !name.trimmed().isEmpty())
             m_view->saveCameraView(name.trimmed());
     });
-    QMenu *cameraViews = viewMenu->addMenu(tr("Camera Views"));
+    QMenu *cameraViews = viewMenu->addMenu(QString());
+    m_texts.bind(cameraViews, "title", [] { return tr("Camera Views"); });
     connect(cameraViews, &QMenu::aboutToShow, this, [this, cameraViews] {
         cameraViews->clear();
         const QVector<GuideCameraView> &views = m_view->cameraViews();
@@ -179,39 +211,42 @@ void ThreeDViewTab::buildToolBar()
         }
     });
     viewMenu->addSeparator();
-    m_objectsAction = viewMenu->addAction(tr("Show Objects"));
+    m_objectsAction = entry(viewMenu, QT_TR_NOOP("Show Objects"));
     m_objectsAction->setCheckable(true);
     connect(m_objectsAction, &QAction::toggled, m_view, &SceneWidget::setShowObjects);
-    m_gridAction = viewMenu->addAction(tr("Show Grid"));
+    m_gridAction = entry(viewMenu, QT_TR_NOOP("Show Grid"));
     m_gridAction->setCheckable(true);
     connect(m_gridAction, &QAction::toggled, m_view, &SceneWidget::setGridVisible);
-    m_frustumAction = viewMenu->addAction(tr("Show All Projector Frusta"));
+    m_frustumAction = entry(viewMenu, QT_TR_NOOP("Show All Projector Frusta"));
     m_frustumAction->setCheckable(true);
     connect(m_frustumAction, &QAction::toggled, m_view, &SceneWidget::setShowProjectorFrustum);
-    m_polygonAction = viewMenu->addAction(tr("Show OBJ Polygon Lines"));
+    m_polygonAction = entry(viewMenu, QT_TR_NOOP("Show OBJ Polygon Lines"));
     m_polygonAction->setCheckable(true);
     connect(m_polygonAction, &QAction::toggled, m_view, &SceneWidget::setShowPolygonLines);
-    m_helpAction = viewMenu->addAction(tr("Show Viewport Controls"));
+    m_helpAction = entry(viewMenu, QT_TR_NOOP("Show Viewport Controls"));
     m_helpAction->setCheckable(true);
     connect(m_helpAction, &QAction::toggled, m_view, &SceneWidget::setHelpOverlayVisible);
     auto *viewButton = new QToolButton(m_toolBar);
-    viewButton->setText(tr("View"));
+    viewButton->setObjectName(QStringLiteral("vantreoSceneViewButton"));
+    m_texts.bind(viewButton, [] { return tr("View"); });
     viewButton->setMenu(viewMenu);
     viewButton->setPopupMode(QToolButton::InstantPopup);
     m_toolBar->addWidget(viewButton);
 
-    auto *editMenu = new QMenu(tr("Edit"), this);
-    editMenu->addAction(tr("Copy"), m_view, &SceneWidget::copySelection);
-    editMenu->addAction(tr("Paste"), m_view, &SceneWidget::pasteFromClipboard);
-    editMenu->addAction(tr("Duplicate"), m_view, &SceneWidget::duplicateSelection);
-    editMenu->addAction(tr("Delete"), this, [this] { m_view->deleteSelection(true); });
+    auto *editMenu = new QMenu(this);
+    m_texts.bind(editMenu, "title", [] { return tr("Edit"); });
+    connect(entry(editMenu, QT_TR_NOOP("Copy")), &QAction::triggered, m_view, &SceneWidget::copySelection);
+    connect(entry(editMenu, QT_TR_NOOP("Paste")), &QAction::triggered, m_view, &SceneWidget::pasteFromClipboard);
+    connect(entry(editMenu, QT_TR_NOOP("Duplicate")), &QAction::triggered, m_view, &SceneWidget::duplicateSelection);
+    connect(entry(editMenu, QT_TR_NOOP("Delete")), &QAction::triggered, this, [this] { m_view->deleteSelection(true); });
     editMenu->addSeparator();
-    QAction *calibrate = editMenu->addAction(tr("Calibrate Projector..."), this, [this] {
+    QAction *calibrate = entry(editMenu, QT_TR_NOOP("Calibrate Projector..."));
+    connect(calibrate, &QAction::triggered, this, [this] {
         QMetaObject::invokeMethod(window(), "calibrateSelectedProjector", Qt::DirectConnection);
     });
     calibrate->setObjectName(QStringLiteral("actionCalibrateProjector"));
     auto *editButton = new QToolButton(m_toolBar);
-    editButton->setText(tr("Edit"));
+    m_texts.bind(editButton, [] { return tr("Edit"); });
     editButton->setMenu(editMenu);
     editButton->setPopupMode(QToolButton::InstantPopup);
     m_toolBar->addWidget(editButton);
@@ -219,7 +254,7 @@ void ThreeDViewTab::buildToolBar()
     buildExportMenu();
     auto *exportButton = new QToolButton(m_toolBar);
     exportButton->setObjectName(QStringLiteral("vantreoSceneExportButton"));
-    exportButton->setText(tr("Export"));
+    m_texts.bind(exportButton, [] { return tr("Export"); });
     exportButton->setMenu(m_exportMenu);
     exportButton->setPopupMode(QToolButton::InstantPopup);
     m_toolBar->addWidget(exportButton);
@@ -227,10 +262,12 @@ void ThreeDViewTab::buildToolBar()
 
 void ThreeDViewTab::buildExportMenu()
 {
-    m_exportMenu = new QMenu(tr("Export"), this);
+    m_exportMenu = new QMenu(this);
+    m_texts.bind(m_exportMenu, "title", [] { return tr("Export"); });
     m_exportMenu->setObjectName(QStringLiteral("vantreoSceneExportMenu"));
     for (const vg::exchange::ExporterEntry *entry : vg::exchange::exportersFor(vg::exchange::ExportSubject::SceneView)) {
-        QAction *action = m_exportMenu->addAction(entry->displayMenuText());
+        QAction *action = m_exportMenu->addAction(QString());
+        m_texts.bind(action, [entry] { return entry->displayMenuText(); });
         action->setObjectName(QStringLiteral("vantreoSceneExport_") + entry->identifier);
         const QString identifier = entry->identifier;
         connect(action, &QAction::triggered, this, [this, identifier] { exportScene(identifier); });
@@ -259,7 +296,8 @@ QStringList ThreeDViewTab::exportScene(const QString &identifier,
 
 void ThreeDViewTab::buildAddMenu()
 {
-    m_addMenu = new QMenu(tr("Add"), this);
+    m_addMenu = new QMenu(this);
+    m_texts.bind(m_addMenu, "title", [] { return tr("Add"); });
     m_addMenu->setObjectName(QStringLiteral("vantreoSceneAddMenu"));
     const struct {
         AddKind kind;
@@ -284,7 +322,8 @@ void ThreeDViewTab::buildAddMenu()
     for (const auto &entry : entries) {
         if (entry.kind == AddProjector || entry.kind == AddCurve || entry.kind == AddGuide)
             m_addMenu->addSeparator();
-        QAction *action = m_addMenu->addAction(tr(entry.text));
+        QAction *action = m_addMenu->addAction(QString());
+        m_texts.bind(action, [text = entry.text] { return tr(text); });
         action->setData(int(entry.kind));
         const AddKind kind = entry.kind;
         connect(action, &QAction::triggered, this, [this, kind] { addObject(kind, true); });
@@ -334,8 +373,11 @@ bool ThreeDViewTab::redo() { return m_view->redo(); }
 bool ThreeDViewTab::canUndo() const { return m_view->canUndo(); }
 bool ThreeDViewTab::canRedo() const { return m_view->canRedo(); }
 
-void ThreeDViewTab::setGuideSources(const QStringList &names, const QVector<QImage> &images)
+void ThreeDViewTab::setGuideSources(const QStringList &names, const QVector<QImage> &images,
+                                    const QVector<GuideArraySlices> &arrays)
 {
+    m_panel->setGuideArrays(arrays);
+    m_view->setGuideArrays(arrays);
     QList<qint64> keys;
     for (const QImage &image : images)
         keys.append(image.cacheKey());
@@ -359,8 +401,9 @@ void ThreeDViewTab::refreshGuideSources()
         return;
     QStringList names;
     QVector<QImage> images;
-    m_provider(&names, &images);
-    setGuideSources(names, images);
+    QVector<GuideArraySlices> arrays;
+    m_provider(&names, &images, &arrays);
+    setGuideSources(names, images, arrays);
 }
 
 void ThreeDViewTab::showEvent(QShowEvent *event)
@@ -450,27 +493,49 @@ int ThreeDViewTab::addObject(AddKind kind, bool ask)
     using Dialog = SceneAddObjectDialog;
     SceneModel &model = m_view->model();
 
-    // Asks with the kind's dialog (or takes the defaults); false on Cancel.
+    // New objects go beside what was selected before, or where the camera looks.
+    const int besideIndex = m_view->currentIndex();
+
+    // Asks with the kind's dialog (or takes the defaults); false on Cancel. A name left
+    // empty becomes the kind's name with the next free number ("Projector 2").
     QString name;
     QVector<int> v;
+    Dialog::Lens lens;
     auto run = [&](const QString &title, const QString &defaultName, const QVector<Dialog::Field> &fields,
                    Dialog *prepared = nullptr) {
         v.clear();
         for (const Dialog::Field &f : fields)
             v.append(f.value);
+        const QString numbered = numberedName(defaultName);
+        name = numbered;
+        if (prepared)
+            lens = prepared->lens();
         if (!ask)
             return true;
         std::unique_ptr<Dialog> own;
         Dialog *dialog = prepared;
         if (!dialog) {
-            own = std::make_unique<Dialog>(title, defaultName, fields, this);
+            own = std::make_unique<Dialog>(title, numbered, fields, this);
             dialog = own.get();
         }
         if (dialog->exec() != QDialog::Accepted)
             return false;
-        name = dialog->name();
+        name = dialog->name().isEmpty() ? numbered : dialog->name();
         v = dialog->values();
+        lens = dialog->lens();
         return true;
+    };
+    // Projectors and cameras ask for their lens as well.
+    auto applyLens = [&](int created) {
+        if (created < 0)
+            return;
+        GuideObject object = model.object(created);
+        object.projector_resolution_width = lens.width;
+        object.projector_resolution_height = lens.height;
+        object.throw_rate = float(lens.throwRatio);
+        object.lens_shift_x = float(lens.shiftX);
+        object.lens_shift_y = float(lens.shiftY);
+        m_view->setObjectWithoutUndo(created, object);
     };
 
     int index = -1;
@@ -517,23 +582,33 @@ int ThreeDViewTab::addObject(AddKind kind, bool ask)
             index = model.addLShape(name, v[0], v[1], v[2], v[3]);
         break;
     case AddPerson:
-        if (run(tr("Add Person"), tr("Person"),
+        // A person keeps its height in its name ("Person 170 cm").
+        if (run(tr("Add Person"), QString(),
                 {Dialog::size(tr("Height"), 1700), Dialog::Field{tr("Width (0 = from height)"), 0, 0, 100000,
                                                                  QStringLiteral("mm")}}))
             index = model.addPerson(name, v[0], v[1]);
         break;
     case AddProjector:
-        if (run(tr("Add Projector"), tr("Projector"),
-                {Dialog::size(tr("Body width"), 300), Dialog::size(tr("Body height"), 150),
-                 Dialog::size(tr("Body depth"), 300)}))
-            index = model.addProjector(name, v[0], v[1], v[2], true);
+    case AddCamera: {
+        const bool projector = kind == AddProjector;
+        const GuideObject defaults = SceneModel::defaultObject(projector ? KindProjector : KindCamera);
+        const QVector<Dialog::Field> fields = projector
+            ? QVector<Dialog::Field>{Dialog::size(tr("Body width"), 300), Dialog::size(tr("Body height"), 150),
+                                     Dialog::size(tr("Body depth"), 300)}
+            : QVector<Dialog::Field>{Dialog::size(tr("Body width"), 150), Dialog::size(tr("Body height"), 100),
+                                     Dialog::size(tr("Body depth"), 150)};
+        const QString title = projector ? tr("Add Projector") : tr("Add Camera");
+        const QString base = projector ? tr("Projector") : tr("Camera");
+        Dialog dialog(title, numberedName(base), fields, this);
+        dialog.addLensFields({defaults.projector_resolution_width, defaults.projector_resolution_height,
+                              double(defaults.throw_rate), double(defaults.lens_shift_x),
+                              double(defaults.lens_shift_y)});
+        if (!run(title, base, fields, &dialog))
+            break;
+        index = projector ? model.addProjector(name, v[0], v[1], v[2], true) : model.addCamera(name, v[0], v[1], v[2]);
+        applyLens(index);
         break;
-    case AddCamera:
-        if (run(tr("Add Camera"), tr("Camera"),
-                {Dialog::size(tr("Body width"), 150), Dialog::size(tr("Body height"), 100),
-                 Dialog::size(tr("Body depth"), 150)}))
-            index = model.addCamera(name, v[0], v[1], v[2]);
-        break;
+    }
     case AddCurve:
         m_view->setFocus();
         m_view->beginCurveDrawing();
@@ -550,7 +625,7 @@ int ThreeDViewTab::addObject(AddKind kind, bool ask)
             if (!ok)
                 return -1;
         }
-        index = model.addComment(QString(), text);
+        index = model.addComment(numberedName(tr("Comment")), text);
         break;
     }
     case AddGuide: {
@@ -558,10 +633,10 @@ int ThreeDViewTab::addObject(AddKind kind, bool ask)
         if (guides.isEmpty())
             guides.append(tr("Guide 1"));
         int guideIndex = 0;
-        Dialog dialog(tr("Add Guide"), tr("Guide"), {Dialog::size(tr("Width"), 4000), Dialog::size(tr("Height"), 2250)},
-                      this);
+        Dialog dialog(tr("Add Guide"), numberedName(tr("Guide")),
+                      {Dialog::size(tr("Width"), 4000), Dialog::size(tr("Height"), 2250)}, this);
         dialog.setChoice(tr("Guide tab"), guides, 0);
-        if (!run(QString(), QString(), {Dialog::size(tr("Width"), 4000), Dialog::size(tr("Height"), 2250)}, &dialog))
+        if (!run(QString(), tr("Guide"), {Dialog::size(tr("Width"), 4000), Dialog::size(tr("Height"), 2250)}, &dialog))
             break;
         if (ask)
             guideIndex = std::max(0, dialog.choice());
@@ -587,20 +662,37 @@ int ThreeDViewTab::addObject(AddKind kind, bool ask)
         }
         if (run(tr("Add Image"), ask ? QFileInfo(path).completeBaseName() : tr("Image"),
                 {Dialog::size(tr("Width"), 2000), Dialog::size(tr("Height"), heightMm)}))
-            index = model.addImage(name.isEmpty() && ask ? QFileInfo(path).completeBaseName() : name, path, v[0], v[1]);
+            index = model.addImage(name, path, v[0], v[1]);
         break;
     }
     }
-    if (index >= 0)
+    if (index >= 0) {
+        m_view->placeNewObject(index, besideIndex);
         m_view->setFocus();
+    }
     return index;
+}
+
+QString ThreeDViewTab::numberedName(const QString &base) const
+{
+    if (base.isEmpty())
+        return base;
+    QSet<QString> taken;
+    for (const GuideObject &object : m_view->objects())
+        taken.insert(object.name);
+    for (int n = 1;; ++n) {
+        const QString candidate = QStringLiteral("%1 %2").arg(base).arg(n);
+        if (!taken.contains(candidate))
+            return candidate;
+    }
 }
 
 void ThreeDViewTab::addExportButtons()
 {
     // The window runs this export: it knows where the dialog's settings are kept.
     m_exportMenu->addSeparator();
-    QAction *lut = m_exportMenu->addAction(tr("Export Projector/Camera UV LUT..."));
+    QAction *lut = m_exportMenu->addAction(QString());
+    m_texts.bind(lut, [] { return tr("Export Projector/Camera UV LUT..."); });
     lut->setObjectName(QStringLiteral("actionExportProjectorCameraUvLut"));
     connect(lut, &QAction::triggered, this, [this] {
         QMetaObject::invokeMethod(window(), "runProjectorCameraUvLutExport", Qt::DirectConnection);

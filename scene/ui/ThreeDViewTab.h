@@ -1,6 +1,8 @@
 #pragma once
 
+#include "common/TranslatedTexts.h"
 #include "scene/Guide3DViewSettings.h"
+#include "scene/GuideArraySlices.h"
 
 #include <QImage>
 #include <QStringList>
@@ -11,6 +13,7 @@
 
 class QAction;
 class QActionGroup;
+class QKeyEvent;
 class QLabel;
 class QListWidget;
 class QMenu;
@@ -66,11 +69,14 @@ public:
     QStringList exportScene(const QString &identifier,
                             const std::function<QString(const QString &, const QString &, const QString &)> &chooseFile = {});
 
-    // The guide tabs' titles and images, in guide order (an object's guide index).
-    void setGuideSources(const QStringList &names, const QVector<QImage> &images);
+    // The guide tabs' titles, images and projector arrays, in guide order (an object's
+    // guide index).
+    void setGuideSources(const QStringList &names, const QVector<QImage> &images,
+                         const QVector<GuideArraySlices> &arrays = {});
     // The window hands the tab a way to collect them; the tab asks whenever it is shown
     // and when refreshGuideSources() is called.
-    using GuideSourceProvider = std::function<void(QStringList *names, QVector<QImage> *images)>;
+    using GuideSourceProvider =
+        std::function<void(QStringList *names, QVector<QImage> *images, QVector<GuideArraySlices> *arrays)>;
     void setGuideSourceProvider(GuideSourceProvider provider);
     void refreshGuideSources();
 
@@ -94,7 +100,8 @@ Q_SIGNALS:
 protected:
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;
-    // OBJ and DXF files dropped on the view.
+    void changeEvent(QEvent *event) override;
+    // OBJ and DXF files dropped on the view; the view's keys from the rest of the tab.
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
@@ -110,6 +117,16 @@ private:
     void syncPanel();
     void syncViewActions();
     void showStatus(const QString &text, int timeoutMs);
+    // OBJ and DXF files dropped on the view (ThreeDViewTabImport.cpp).
+    bool filterViewDrops(QEvent *event);
+    // The view's keys pressed elsewhere in the tab, or anywhere in the window while the
+    // pointer is over the view (ThreeDViewTabKeys.cpp).
+    bool filterViewKeys(QObject *watched, QEvent *event);
+    bool routesKeyToView(QObject *receiver, const QKeyEvent *key) const;
+    // A name no object bears yet: "<base> 1", "<base> 2", ...
+    QString numberedName(const QString &base) const;
+    // Puts a new object where the camera sees it (see SceneWidget::placeNewObject).
+    int placed(int index);
 
     SceneWidget *m_view = nullptr;
     ScenePropertyPanel *m_panel = nullptr;
@@ -133,4 +150,5 @@ private:
     QAction *m_frustumAction = nullptr;
     QAction *m_polygonAction = nullptr;
     QAction *m_helpAction = nullptr;
+    TranslatedTexts m_texts;
 };

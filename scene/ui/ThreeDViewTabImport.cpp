@@ -41,10 +41,11 @@ void ThreeDViewTab::buildImportActions()
     m_addMenu->addSeparator();
     const struct {
         AddKind kind;
-        QString text;
-    } entries[] = {{AddObjMesh, tr("OBJ Mesh...")}, {AddDxfDrawing, tr("DXF Drawing...")}};
+        const char *text;
+    } entries[] = {{AddObjMesh, QT_TR_NOOP("OBJ Mesh...")}, {AddDxfDrawing, QT_TR_NOOP("DXF Drawing...")}};
     for (const auto &entry : entries) {
-        QAction *action = m_addMenu->addAction(entry.text);
+        QAction *action = m_addMenu->addAction(QString());
+        m_texts.bind(action, [text = entry.text] { return tr(text); });
         action->setData(int(entry.kind));
         const AddKind kind = entry.kind;
         connect(action, &QAction::triggered, this, [this, kind] { addObject(kind, true); });
@@ -88,10 +89,8 @@ int ThreeDViewTab::importMeshOrTell(const QString &path)
     return index;
 }
 
-bool ThreeDViewTab::eventFilter(QObject *watched, QEvent *event)
+bool ThreeDViewTab::filterViewDrops(QEvent *event)
 {
-    if (watched != m_view)
-        return QWidget::eventFilter(watched, event);
     switch (event->type()) {
     case QEvent::DragEnter:
     case QEvent::DragMove: {
@@ -112,6 +111,6 @@ bool ThreeDViewTab::eventFilter(QObject *watched, QEvent *event)
         return true;
     }
     default:
-        return QWidget::eventFilter(watched, event);
+        return false;
     }
 }

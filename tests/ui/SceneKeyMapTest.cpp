@@ -26,6 +26,8 @@ TEST(SceneKeyMap, ModifiersSelectTheCommandAndWhoSeesTheKeyFirst)
     EXPECT_EQ(sceneCommandForKey(Qt::Key_D, Qt::ShiftModifier), SceneCommand::None);
     EXPECT_EQ(sceneCommandForKey(Qt::Key_V, Qt::NoModifier), SceneCommand::LookThrough);
     EXPECT_EQ(sceneCommandForKey(Qt::Key_V, Qt::ControlModifier), SceneCommand::Paste);
+    // Ctrl+Shift+Z redoes, like Ctrl+Y.
+    EXPECT_EQ(sceneCommandForKey(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier), SceneCommand::Redo);
     // Keypad and meta modifiers do not change a key's meaning.
     EXPECT_EQ(sceneCommandForKey(Qt::Key_Z, Qt::ControlModifier | Qt::KeypadModifier), SceneCommand::Undo);
     // Escape cancels whatever is held; Delete deletes only on its own.
@@ -35,7 +37,8 @@ TEST(SceneKeyMap, ModifiersSelectTheCommandAndWhoSeesTheKeyFirst)
     // The view's edit keys win over the window's shortcuts; plain letters do not.
     EXPECT_TRUE(sceneKeyTakesShortcut(Qt::Key_Z, Qt::ControlModifier));
     EXPECT_TRUE(sceneKeyTakesShortcut(Qt::Key_U, Qt::ControlModifier));
-    EXPECT_FALSE(sceneKeyTakesShortcut(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier));
+    EXPECT_TRUE(sceneKeyTakesShortcut(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier));
+    EXPECT_FALSE(sceneKeyTakesShortcut(Qt::Key_Z, Qt::AltModifier));
     EXPECT_FALSE(sceneKeyTakesShortcut(Qt::Key_W, Qt::NoModifier));
     EXPECT_TRUE(sceneKeyTakesShortcut(Qt::Key_Delete, Qt::ShiftModifier));
     EXPECT_TRUE(sceneKeyTakesShortcut(Qt::Key_Escape, Qt::ControlModifier));

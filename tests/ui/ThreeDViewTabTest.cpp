@@ -83,10 +83,11 @@ TEST_F(ThreeDViewTabTest, AddMenuCoversEveryKind)
         ++expected;
     }
     const QVector<GuideObject> &objects = tab->sceneWidget()->objects();
-    EXPECT_EQ(objects.at(0).name, QStringLiteral("Plane"));
-    EXPECT_EQ(objects.at(3).name, QStringLiteral("Dome"));
-    EXPECT_EQ(objects.at(4).name, QStringLiteral("Sphere"));
-    EXPECT_EQ(objects.at(5).name, QStringLiteral("Horseshoe"));
+    // Numbered from 1, so that the next one of a kind is told apart at once.
+    EXPECT_EQ(objects.at(0).name, QStringLiteral("Plane 1"));
+    EXPECT_EQ(objects.at(3).name, QStringLiteral("Dome 1"));
+    EXPECT_EQ(objects.at(4).name, QStringLiteral("Sphere 1"));
+    EXPECT_EQ(objects.at(5).name, QStringLiteral("Horseshoe 1"));
     EXPECT_EQ(objects.at(7).name, QStringLiteral("Person 170 cm"));
     EXPECT_EQ(objects.at(8).guide_index, int(KindProjector));
     EXPECT_EQ(tab->objectList()->count(), expected);
