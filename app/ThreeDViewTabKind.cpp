@@ -7,6 +7,7 @@
 #include "guide/ui/GuideTab.h"
 #include "project/ProjectFile.h"
 #include "scene/gl/GlExportImageSource.h"
+#include "scene/gl/OffscreenSceneRender.h"
 #include "scene/ui/SceneWidget.h"
 #include "scene/ui/ThreeDViewTab.h"
 
@@ -20,7 +21,8 @@ ThreeDViewTab *asView(QWidget *content)
 }
 
 // The project's guides by record, which is how 3D objects name them, whatever the tab order.
-void collectGuideSources(const QWidget *tab, QStringList *names, QVector<QImage> *images)
+void collectGuideSources(const QWidget *tab, QStringList *names, QVector<QImage> *images,
+                         QVector<GuideArraySlices> *arrays)
 {
     auto *window = qobject_cast<MainWindow *>(tab->window());
     if (!window)
@@ -28,6 +30,7 @@ void collectGuideSources(const QWidget *tab, QStringList *names, QVector<QImage>
     for (GuideTab *guide : guiderecords::guideTabsByRecord(window)) {
         names->append(window->displayedTabTitle(window->indexOfContentTab(guide)));
         images->append(guide->guideImage());
+        arrays->append(guideArraySlicesOf(guide->settings()));
     }
 }
 
@@ -50,9 +53,10 @@ public:
     QWidget *create(MainWindow &, QWidget *parent) const override
     {
         auto *tab = new ThreeDViewTab(parent);
-        tab->setGuideSourceProvider([tab](QStringList *names, QVector<QImage> *images) {
-            collectGuideSources(tab, names, images);
-        });
+        tab->setGuideSourceProvider(
+            [tab](QStringList *names, QVector<QImage> *images, QVector<GuideArraySlices> *arrays) {
+                collectGuideSources(tab, names, images, arrays);
+            });
         return tab;
     }
 

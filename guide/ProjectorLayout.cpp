@@ -212,3 +212,15 @@ void applyGuideTabLoadStep(GuideSettings *s)
         s->columns = autoColumnCount(*s);
     resizeGuideColors(s);
 }
+
+QVector<QRectF> projectorImageFractions(const GuideSettings &settings)
+{
+    const ProjectorArrayLayout layout = computeProjectorArray(settings);
+    const double width = std::max(1.0, layout.surfaceWidthMm);
+    const double height = std::max(1.0, layout.surfaceHeightMm);
+    QVector<QRectF> fractions;
+    fractions.reserve(layout.projectorRects.size());
+    for (const QRectF &mm : layout.projectorRects)
+        fractions.append(QRectF(mm.x() / width, mm.y() / height, mm.width() / width, mm.height() / height));
+    return fractions;
+}

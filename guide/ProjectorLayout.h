@@ -63,6 +63,10 @@ struct ProjectorArrayLayout {
 // Auto Layout off: counts, overlap and distance / ratio as set, array centred.
 ProjectorArrayLayout computeProjectorArray(const GuideSettings &settings);
 
+// Each projector's part of the guide image, row by row as in computeProjectorArray(), as
+// fractions of the image (origin top-left): what a projector of the array shows.
+QVector<QRectF> projectorImageFractions(const GuideSettings &settings);
+
 // "Calculate Effective Resolution": the guide pixel size (unrotated guide, grid rule
 // applied) that the array delivers on the surface.
 QSize effectiveGuidePixelSize(const GuideSettings &settings);

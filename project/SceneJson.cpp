@@ -65,6 +65,8 @@ void visitGuideObjectAfterLens(Object &o, Visit &&v)
     v("projector_resolution_height", o.projector_resolution_height);
     v("show_projector_frustum", o.show_projector_frustum);
     v("projector_image_guide_index", o.projector_image_guide_index);
+    v("projector_image_slice_column", o.projector_image_slice_column);
+    v("projector_image_slice_row", o.projector_image_slice_row);
     v("projector_spout_sender", o.projector_spout_sender);
     v("projector_spout_adapter", o.projector_spout_adapter);
     v("projector_ndi_source", o.projector_ndi_source);
@@ -346,6 +348,8 @@ GuideObject guideObjectFromJson(const QJsonObject &json)
     Reader read{json};
     visitGuideObjectBeforeLens(object, read);
     object.projector_pixel_footprint_metric = std::clamp(object.projector_pixel_footprint_metric, 0, 3);
+    object.projector_image_slice_column = std::clamp(object.projector_image_slice_column, -1, kMaxGuideArraySide - 1);
+    object.projector_image_slice_row = std::clamp(object.projector_image_slice_row, -1, kMaxGuideArraySide - 1);
     // The older single "lens_shift" was vertical; the explicit key wins when both exist.
     read("lens_shift", object.lens_shift_y);
     read("lens_shift_x", object.lens_shift_x);

@@ -119,6 +119,10 @@ struct GuideObject {
     int projector_resolution_height = 1200;
     bool show_projector_frustum = false;
     int projector_image_guide_index = -1;        // guide (project guide list index) projected, -1 none
+    // The column and row of the guide's projector array this projector shows (its slice of
+    // the guide); -1 in either shows the whole guide.
+    int projector_image_slice_column = -1;
+    int projector_image_slice_row = -1;
     QString projector_spout_sender;
     QString projector_spout_adapter;
     QString projector_ndi_source;

@@ -48,7 +48,8 @@ struct ProjectionConstants {
     SceneGpuVector footprintData;      // x = heat map, y = grid, z = grid step, w = metric
     SceneGpuVector footprintRangeData; // x = min, y = max, z = heat map opacity
     SceneGpuVector lensData;           // u = x·x/d + y, v = z·y/d + w (lens frame, flips in)
+    SceneGpuVector sliceData;          // the part of the source shown: x, y offset, z, w size
 };
-static_assert(sizeof(ProjectionConstants) == 5 * 64 + 9 * 16);
+static_assert(sizeof(ProjectionConstants) == 5 * 64 + 10 * 16);
 
 enum SceneUniformBinding { SceneConstantsBinding = 0, ProjectionConstantsBinding = 1 };

@@ -128,6 +128,8 @@ ProjectionConstants projectionConstantsFor(const SceneFrame &frame, int p, const
     c.footprintRangeData = SceneGpuVector(float(rangeMin), float(rangeMax),
                                           std::clamp(o.projector_pixel_footprint_heatmap_opacity, 0.0f, 1.0f), 0);
     c.lensData = lensImageCoefficients(lens);
+    const QRectF slice = projectorImageSlice(o, frame.settings.guideArrays);
+    c.sliceData = SceneGpuVector(float(slice.x()), float(slice.y()), float(slice.width()), float(slice.height()));
     return c;
 }
 

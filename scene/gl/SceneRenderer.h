@@ -1,5 +1,6 @@
 #pragma once
 
+#include "scene/GuideArraySlices.h"
 #include "scene/GuideObject.h"
 #include "scene/gl/SceneTextureSource.h"
 
@@ -29,6 +30,9 @@ struct SceneRenderSettings {
     int hiddenObjectIndex = -1;            // not drawn (the projector looked through)
     QColor backgroundColor = QColor(46, 49, 54);
     bool measurePasses = false;            // finish each pass and time it (slows the frame)
+    // The guides' projector arrays, indexed like the guide images: a projector that names
+    // a column and row shows only its slice of the guide.
+    QVector<GuideArraySlices> guideArrays;
 };
 
 // Which parts of the pipeline compiled and were created; a missing part leaves its pass out.

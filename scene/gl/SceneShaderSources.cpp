@@ -31,6 +31,7 @@ layout(std140, row_major) uniform ProjectionConstants {
     vec4 footprintData;
     vec4 footprintRangeData;
     vec4 lensData;
+    vec4 sliceData;
 };
 )";
 
@@ -367,7 +368,8 @@ void main() {
         discard;
     if (coverage >= 0.98)
         coverage = 1.0;
-    vec4 texel = sampleSource(uv);
+    // A projector of an array shows its own part of the source.
+    vec4 texel = sampleSource(sliceData.xy + uv * sliceData.zw);
     vec3 color = texel.rgb * texel.a;
     if (footprintData.y > 0.5) {
         float step = max(1.0, footprintData.z);

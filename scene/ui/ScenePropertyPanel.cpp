@@ -5,6 +5,8 @@
 #include <QCheckBox>
 #include <QColorDialog>
 #include <QComboBox>
+#include <QEvent>
+#include <QPoint>
 #include <QDoubleSpinBox>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -99,6 +101,27 @@ void ScenePropertyPanel::setGuideObjects(const QList<QPair<int, QString>> &objec
     m_builtKind = -2;
     if (m_index >= 0)
         setObject(m_index, &m_object);
+}
+
+void ScenePropertyPanel::setGuideArrays(const QVector<GuideArraySlices> &arrays)
+{
+    if (arrays == m_guideArrays)
+        return;
+    m_guideArrays = arrays;
+    refresh(); // the slice chooser lists the array of the projector's guide
+}
+
+void ScenePropertyPanel::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange && m_emptyLabel) {
+        // Every label is built with tr(): build them again in the new language.
+        m_emptyLabel->setText(tr("Select an object to edit its properties."));
+        if (m_index >= 0) {
+            rebuild();
+            refresh();
+        }
+    }
+    QWidget::changeEvent(event);
 }
 
 void ScenePropertyPanel::setObject(int index, const GuideObject *object)
@@ -635,9 +658,47 @@ void ScenePropertyPanel::buildProjector()
         sources.append({object.first, tr("Guide object: %1").arg(object.second)});
     addIndexedChoice(source, tr("Guide"), &GuideObject::projector_image_guide_index, sources,
                      tr("Guide %1 (missing)"));
+    addSliceChoice(source);
     addFile(source, tr("Image file"), &GuideObject::projector_image_file_path,
             tr("Images and movies (*.png *.jpg *.jpeg *.bmp *.tif *.tiff *.webp *.mp4 *.mov *.avi *.mkv);;All files (*)"));
     addVideoSourceRows(source, true);
+}
+
+void ScenePropertyPanel::addSliceChoice(QFormLayout *form)
+{
+    // The entries follow the projector's guide: its array's columns and rows.
+    auto *combo = new QComboBox(form->parentWidget());
+    combo->setObjectName(QStringLiteral("vantreoProjectorSliceChoice"));
+    form->addRow(tr("Array slice"), combo);
+    m_refreshers.push_back([this, combo](const GuideObject &o) {
+        const QSignalBlocker block(combo);
+        combo->clear();
+        combo->addItem(tr("Whole guide"), QPoint(-1, -1));
+        const int guide = o.projector_image_guide_index;
+        if (guide >= 0 && guide < m_guideArrays.size()) {
+            const GuideArraySlices &array = m_guideArrays.at(guide);
+            for (int row = 0; row < std::min(array.rows, kMaxGuideArraySide); ++row) {
+                for (int column = 0; column < std::min(array.columns, kMaxGuideArraySide); ++column)
+                    combo->addItem(tr("Column %1, Row %2").arg(column + 1).arg(row + 1), QPoint(column, row));
+            }
+        }
+        const QPoint current(o.projector_image_slice_column, o.projector_image_slice_row);
+        int at = current.x() < 0 || current.y() < 0 ? 0 : combo->findData(current);
+        if (at < 0) {
+            // Kept when the guide has fewer projectors now; the whole guide shows meanwhile.
+            combo->addItem(tr("Column %1, Row %2 (not in the array)").arg(current.x() + 1).arg(current.y() + 1), current);
+            at = combo->count() - 1;
+        }
+        combo->setCurrentIndex(at);
+        combo->setEnabled(guide >= 0);
+    });
+    connect(combo, &QComboBox::activated, this, [this, combo](int row) {
+        const QPoint slice = combo->itemData(row).toPoint();
+        commit([&](GuideObject &o) {
+            o.projector_image_slice_column = slice.x();
+            o.projector_image_slice_row = slice.y();
+        });
+    });
 }
 
 void ScenePropertyPanel::buildFootprint()

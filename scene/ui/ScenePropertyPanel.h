@@ -1,5 +1,6 @@
 #pragma once
 
+#include "scene/GuideArraySlices.h"
 #include "scene/GuideObject.h"
 
 #include <QStringList>
@@ -35,9 +36,14 @@ public:
     {
         m_videoStatus = std::move(provider);
     }
+    // The guides' projector arrays, in guide order: a projector may show one slice.
+    void setGuideArrays(const QVector<GuideArraySlices> &arrays);
 
 Q_SIGNALS:
     void objectEdited(int index, const GuideObject &edited);
+
+protected:
+    void changeEvent(QEvent *event) override;
 
 private:
     using Getter = std::function<double(const GuideObject &)>;
@@ -62,6 +68,7 @@ private:
                  const QString &filter);
     void addColor(QFormLayout *form, const QString &label, QColor GuideObject::*member);
     void addGuideChoice(QFormLayout *form, const QString &label, int GuideObject::*member);
+    void addSliceChoice(QFormLayout *form);
     void addIndexedChoice(QFormLayout *form, const QString &label, int GuideObject::*member,
                           const QList<QPair<int, QString>> &entries, const QString &missingText);
 
@@ -81,6 +88,7 @@ private:
     GuideObject m_object;
     QStringList m_guideNames;
     QList<QPair<int, QString>> m_guideObjects;
+    QVector<GuideArraySlices> m_guideArrays;
     QVBoxLayout *m_layout = nullptr;
     QLabel *m_emptyLabel = nullptr;
     QWidget *m_content = nullptr;

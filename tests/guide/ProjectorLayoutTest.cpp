@@ -200,3 +200,43 @@ TEST(ProjectorLayout, TabLoadStepPlacesOnceAndCouplesPixels)
     EXPECT_DOUBLE_EQ(manual.projectorThrowDistance, 5.0);
     EXPECT_EQ(manual.columns, 32);
 }
+
+// Three projectors across with a quarter overlap on a surface they just cover: each shows
+// its own third-and-a-bit of the guide, left to right, and together they span it exactly.
+TEST(ProjectorImageFractions, EachProjectorOfARowCoversItsOwnPartLeftToRight)
+{
+    GuideSettings s;
+    s.projectorCount = 3;
+    s.projectorCountY = 1;
+    s.projectorWidth = 1920;
+    s.projectorHeight = 1200;
+    s.projectorAutoLayoutOverlap = 0.25;
+    s.projectorAutoLayoutEnabled = true;
+    s.projectorAutoLayoutUseThrowDistance = false;
+    s.projectorVerticalProjection = false;
+    s.rotate = false;
+    // ex = 3 - 2 x 0.25 = 2.5 images across; one image 2000 x 1250 mm.
+    s.realWidth = 5000;
+    s.realHeight = 1250;
+    const QVector<QRectF> fractions = projectorImageFractions(s);
+    ASSERT_EQ(fractions.size(), 3);
+    EXPECT_NEAR(fractions[0].left(), 0.0, 1e-9);
+    EXPECT_NEAR(fractions[0].width(), 0.4, 1e-9);
+    EXPECT_NEAR(fractions[1].left(), 0.3, 1e-9);
+    EXPECT_NEAR(fractions[2].left(), 0.6, 1e-9);
+    EXPECT_NEAR(fractions[2].right(), 1.0, 1e-9);
+    for (const QRectF &slice : fractions) {
+        EXPECT_NEAR(slice.top(), 0.0, 1e-9);
+        EXPECT_NEAR(slice.height(), 1.0, 1e-9);
+    }
+
+    // Two rows: the second row lies below the first (image rows go down).
+    s.projectorCount = 1;
+    s.projectorCountY = 2;
+    s.realWidth = 2000;
+    s.realHeight = 2500 - 312; // 2 x 1250 less a quarter overlap, rounded to whole mm
+    const QVector<QRectF> rows = projectorImageFractions(s);
+    ASSERT_EQ(rows.size(), 2);
+    EXPECT_LT(rows[0].top(), rows[1].top());
+    EXPECT_GT(rows[0].bottom(), rows[1].top()); // they overlap
+}
