@@ -1,4 +1,5 @@
 #include "app/CommandLine.h"
+#include "app/DecimalSeparatorGuard.h"
 #include "app/MainWindow.h"
 #include "app/SpinBoxWheelGuard.h"
 #include "app/UiPreferences.h"
@@ -40,6 +41,7 @@ int main(int argc, char **argv)
     QApplication::setStyle(new VantreoProxyStyle);
     QApplication::setPalette(QApplication::style()->standardPalette());
     SpinBoxWheelGuard::install();
+    DecimalSeparatorGuard::install();
     QApplication::setOrganizationName(QString::fromLatin1(kOrganisation));
     QApplication::setApplicationName(QString::fromLatin1(kApplication));
     QApplication::setApplicationVersion(QStringLiteral(VG_VERSION));

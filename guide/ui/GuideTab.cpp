@@ -184,6 +184,7 @@ GuideTab::GuideTab(QWidget *parent, const QString &styleFilePath)
 
     connectControls();
     connectViews();
+    connect(this, &GuideTab::settingsChanged, this, &GuideTab::recordUndoStep);
 
     GuideSettings initial;
     QString error;
@@ -252,7 +253,7 @@ QWidget *GuideTab::buildControlPanel()
     gridForm->addRow(tr("Square Size"), m_realSquareWidth);
     m_gridInfo = new QLabel;
     m_gridInfo->setObjectName(QStringLiteral("vantreoGuideGridInfo"));
-    m_gridInfo->setStyleSheet(QStringLiteral("QLabel { color: palette(mid); }"));
+    m_gridInfo->setForegroundRole(QPalette::PlaceholderText); // the palette's readable hint colour
     gridForm->addRow(m_gridInfo);
     column->addWidget(grid);
 
@@ -636,6 +637,57 @@ void GuideTab::setSettings(const GuideSettings &settings)
     updateLayerFrames();
     scheduleRender();
     Q_EMIT settingsChanged();
+    // Loaded settings are where the history starts.
+    m_undo.clear();
+    m_redo.clear();
+    m_committed = m_settings;
+    Q_EMIT undoStateChanged();
+}
+
+void GuideTab::recordUndoStep()
+{
+    if (m_restoring || m_settings == m_committed)
+        return;
+    m_undo.append(m_committed);
+    if (m_undo.size() > kMaxUndoSteps)
+        m_undo.removeFirst();
+    m_redo.clear();
+    m_committed = m_settings;
+    Q_EMIT undoStateChanged();
+}
+
+bool GuideTab::undo()
+{
+    if (m_undo.isEmpty())
+        return false;
+    m_redo.append(m_settings);
+    restoreSettings(m_undo.takeLast());
+    return true;
+}
+
+bool GuideTab::redo()
+{
+    if (m_redo.isEmpty())
+        return false;
+    m_undo.append(m_settings);
+    restoreSettings(m_redo.takeLast());
+    return true;
+}
+
+void GuideTab::restoreSettings(const GuideSettings &settings)
+{
+    // Shown as they were, without the load step: they already passed it once.
+    m_restoring = true;
+    m_textTimer->stop();
+    m_settings = settings;
+    showSettingsInControls();
+    refreshNotices();
+    updateLayerFrames();
+    scheduleRender();
+    Q_EMIT settingsChanged();
+    m_committed = m_settings;
+    m_restoring = false;
+    Q_EMIT undoStateChanged();
 }
 
 void GuideTab::showSettingsInControls()

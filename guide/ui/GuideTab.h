@@ -4,6 +4,7 @@
 
 #include <QImage>
 #include <QStringList>
+#include <QVector>
 #include <QWidget>
 
 #include <functional>
@@ -63,7 +64,15 @@ public:
     GuidePreviewWidget *preview() const { return m_preview; }
     LayerListWidget *layerList() const { return m_layers; }
 
+    // Undo history of the settings: every edit is one step; loading settings starts anew.
+    static constexpr int kMaxUndoSteps = 100;
+    bool canUndo() const { return !m_undo.isEmpty(); }
+    bool canRedo() const { return !m_redo.isEmpty(); }
+
 public Q_SLOTS:
+    // The window's Edit menu calls these on the current tab.
+    bool undo();
+    bool redo();
     void exportPngInteractive();
     void saveStyleAsDefault();
     void applyProjectorLayout();
@@ -72,6 +81,7 @@ public Q_SLOTS:
 Q_SIGNALS:
     void settingsChanged();
     void guideImageChanged();
+    void undoStateChanged();
 
 protected:
     void changeEvent(QEvent *event) override;
@@ -96,9 +106,15 @@ private:
     void onLayerFrameEdited(int index, const GuideLayerFrame &frame);
     void chooseLogo();
     void chooseTitleColor();
+    void recordUndoStep();
+    void restoreSettings(const GuideSettings &settings);
 
     GuideSettings m_settings;
     QString m_styleFilePath;
+    QVector<GuideSettings> m_undo;
+    QVector<GuideSettings> m_redo;
+    GuideSettings m_committed; // the settings as of the last recorded step
+    bool m_restoring = false;
     bool m_updatingControls = false;
     QTimer *m_renderTimer = nullptr;
     QTimer *m_textTimer = nullptr;

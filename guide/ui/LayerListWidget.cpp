@@ -217,7 +217,9 @@ void LayerListWidget::buildUi()
     layout->addWidget(m_properties);
     m_hint = new QLabel(tr("Add an image or a mask, then drag it in the preview: the corners scale it, the round handle turns it."));
     m_hint->setWordWrap(true);
-    m_hint->setStyleSheet(QStringLiteral("QLabel { color: palette(mid); }"));
+    m_hint->setObjectName(QStringLiteral("vantreoLayerHint"));
+    // The placeholder colour is the palette's readable hint colour.
+    m_hint->setForegroundRole(QPalette::PlaceholderText);
     layout->addWidget(m_hint);
 
     connect(m_addImage, &QToolButton::clicked, this, &LayerListWidget::chooseImage);
