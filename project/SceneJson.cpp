@@ -1,6 +1,7 @@
 #include "project/SceneJson.h"
 
 #include "project/JsonFieldVisitors.h"
+#include "scene/GuideArraySlices.h"
 
 #include <QJsonArray>
 

@@ -78,22 +78,31 @@ void faceCamera(GuideObject &o, const PlacementView &view)
 }
 
 // A lens in front of a surface: on the surface's normal on the camera's side, at the distance
-// where the image is as wide as the surface, raised or lowered by its lens shift so that
-// the image centre lands on the surface centre.
+// where the image is as wide as the surface, moved across its axis so that the image centre
+// lands on the surface centre whatever the lens shift.
 void aimAtSurface(GuideObject &lens, const GuideObject &surface, const PlacementView &view)
 {
     const Eigen::Vector3d centre = objectTranslation(surface);
     Eigen::Vector3d normal = objectRotation(surface).col(2);
     if (normal.dot(view.eye - centre) < 0.0)
         normal = -normal;
-    const LensIntrinsics intrinsics = lensIntrinsicsOf(lens);
     const double widthMetres = std::max(0.1, 2.0 * std::abs(double(surface.scale_x)));
     const double distance = std::clamp(clampedThrowRatio(lens.throw_rate) * widthMetres, 0.5, 50.0);
     const Eigen::Matrix3d rotation = facingRotation(normal);
-    const Eigen::Vector2d image = lensImageSizeAtDepth(intrinsics, distance);
-    const double shiftX = lensShiftFraction(intrinsics.lensShiftX) * image.x();
-    const double shiftY = lensShiftFraction(intrinsics.lensShiftY) * image.y();
-    const Eigen::Vector3d position = centre + normal * distance - rotation.col(0) * shiftX - rotation.col(1) * shiftY;
+    const LensIntrinsics intrinsics = lensIntrinsicsOf(lens);
+    // Where the centre lands with the lens at a point; moving the lens across its axis
+    // moves the image linearly, so one step along each axis gives the correction.
+    auto landing = [&](const Eigen::Vector3d &at) {
+        return projectWorldPoint(intrinsics, LensPose{at, rotation}, centre, 1.0e6);
+    };
+    Eigen::Vector3d position = centre + normal * distance;
+    const LensProjection here = landing(position);
+    const double du = landing(position + rotation.col(0)).u - here.u;
+    const double dv = landing(position + rotation.col(1)).v - here.v;
+    if (std::abs(du) > 1e-9)
+        position += rotation.col(0) * ((0.5 - here.u) / du);
+    if (std::abs(dv) > 1e-9)
+        position += rotation.col(1) * ((0.5 - here.v) / dv);
     setObjectPose(lens, position, rotation);
 }
 

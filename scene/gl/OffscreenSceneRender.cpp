@@ -1,6 +1,7 @@
 #include "scene/gl/OffscreenSceneRender.h"
 
 #include "guide/GuideRenderer.h"
+#include "guide/ProjectorLayout.h"
 #include "scene/LensModel.h"
 #include "scene/Transform.h"
 
@@ -104,6 +105,12 @@ QImage OffscreenSceneRenderer::render(const QVector<GuideObject> &objects, const
     return image.mirrored(false, true).convertToFormat(QImage::Format_ARGB32);
 }
 
+GuideArraySlices guideArraySlicesOf(const GuideSettings &guide)
+{
+    const ProjectorArrayLayout layout = computeProjectorArray(guide);
+    return {layout.countX, layout.countY, projectorImageFractions(guide)};
+}
+
 bool renderSceneViewImage(const Guide3DViewSettings &view, const QList<GuideSettings> &guides,
                           const SceneViewRenderOptions &options, QImage *image, QString *error)
 {
@@ -161,6 +168,8 @@ bool renderSceneViewImage(const Guide3DViewSettings &view, const QList<GuideSett
         if (used.contains(i))
             guideImages[i] = renderGuideImage(guides.at(i));
     renderer.renderer().setGuideImages(guideImages);
+    for (const GuideSettings &guide : guides)
+        settings.guideArrays.append(guideArraySlicesOf(guide));
     QImage result = renderer.render(view.objects, camera, settings, options.size);
     if (result.isNull()) {
         if (error)

@@ -64,6 +64,9 @@ private:
     QSize m_size;
 };
 
+// A guide's projector array as the renderer takes it (SceneRenderSettings::guideArrays).
+GuideArraySlices guideArraySlicesOf(const GuideSettings &guide);
+
 // The command-line and export path: a saved 3D view plus the project's guides to an image.
 // Guides are rendered with the guide renderer and indexed like the project's guide list.
 bool renderSceneViewImage(const Guide3DViewSettings &view, const QList<GuideSettings> &guides,

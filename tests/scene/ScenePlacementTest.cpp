@@ -91,8 +91,9 @@ TEST(ScenePlacement, NewProjectorFacesTheNearestSurfaceWithItsImageCentredOnIt)
     // The wall's left edge is the image's left edge (a mirrored lens would put it right).
     const LensProjection left = projectWorldPoint(lens, pose, Eigen::Vector3d(-2.0, 1.5, -3.0), 100.0);
     EXPECT_NEAR(left.u, 0.0, 1e-4);
-    // With the lens shifted up by half an image, the lens sits below the wall's centre.
-    EXPECT_LT(placed.translate_y, 1.5f);
+    // A +50 % shift hangs the image below the lens, as from a ceiling mount: the lens sits
+    // half an image (2.5 m / 2) above the wall's centre.
+    EXPECT_NEAR(placed.translate_y, 1.5 + 1.25, 1e-4);
     EXPECT_GT(placed.translate_z, -3.0f + 1.0f);
 }
 

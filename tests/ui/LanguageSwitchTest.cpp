@@ -16,6 +16,7 @@
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTest>
+#include <QToolBar>
 #include <QToolButton>
 
 namespace {
@@ -57,20 +58,30 @@ bool formHasLabel(QWidget *root, const QString &text)
     return false;
 }
 
-// Every text the 3D tab's toolbar and menus show, entry by entry.
+void collectMenuTexts(QMenu *menu, QStringList *texts)
+{
+    *texts << menu->title();
+    for (QAction *action : menu->actions()) {
+        *texts << action->text();
+        if (QMenu *sub = action->menu())
+            collectMenuTexts(sub, texts);
+    }
+}
+
+// Every text the 3D tab's toolbar and its menus show, entry by entry.
 QStringList sceneToolTexts(ThreeDViewTab *tab)
 {
     QStringList texts;
-    for (QToolButton *button : tab->findChildren<QToolButton *>()) {
-        texts << button->text();
-        if (QMenu *menu = button->menu()) {
-            texts << menu->title();
-            for (QAction *action : menu->actions())
-                texts << action->text();
-        }
-    }
-    for (QAction *action : tab->findChildren<QAction *>())
+    auto *toolBar = tab->findChild<QToolBar *>(QStringLiteral("vantreoSceneToolBar"));
+    if (!toolBar)
+        return texts;
+    for (QAction *action : toolBar->actions())
         texts << action->text();
+    for (QToolButton *button : toolBar->findChildren<QToolButton *>()) {
+        texts << button->text();
+        if (QMenu *menu = button->menu())
+            collectMenuTexts(menu, &texts);
+    }
     return texts;
 }
 
@@ -151,7 +162,6 @@ TEST_F(LanguageSwitchTest, EveryTabKindChangesAtOnceBothWays)
     EXPECT_EQ(window->menu(QStringLiteral("menuFile"))->title(), QStringLiteral("File"));
     EXPECT_EQ(window->displayedTabTitle(0), QStringLiteral("Guide 1"));
     EXPECT_EQ(window->displayedTabTitle(2), QStringLiteral("3D View"));
-    EXPECT_EQ(window->startupApiStatusLabel()->text(), QStringLiteral("Startup API: Waiting"));
     EXPECT_EQ(standardCancelText(), QStringLiteral("Cancel"));
     EXPECT_NE(groupTitled(guide, QStringLiteral("Projector Layout")), nullptr);
     EXPECT_NE(withText<QPushButton>(canvas, QStringLiteral("Fit View")), nullptr);

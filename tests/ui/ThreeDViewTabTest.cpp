@@ -213,7 +213,7 @@ TEST_F(ThreeDViewTabTest, ViewLooksTheSameAfterSavingAndLoading)
     EXPECT_EQ(through.projector_camera_view_object_index, 1);
     reopened.setViewSettings(through);
     EXPECT_EQ(reopened.sceneWidget()->camera().mode(), ViewCameraMode::ProjectorView);
-    EXPECT_EQ(reopened.sceneWidget()->viewName(), QStringLiteral("Projector View"));
+    EXPECT_EQ(reopened.sceneWidget()->viewName(), QStringLiteral("Projector 1 View"));
 }
 
 TEST_F(ThreeDViewTabTest, WindowAddsCopiesAndUndoesThroughTheEditMenu)
