@@ -130,7 +130,7 @@ TEST_F(EverydayScreenshotTest, ThreeByOneArrayProjectsItsThreeSlices)
     view->setHelpOverlayVisible(false);
     view->camera().setTarget(QVector3D(0.0f, 1.5f, 0.0f));
     view->camera().setRotation(0.22, 0.0);
-    view->camera().setFocusDistance(5.2);
+    view->camera().setFocusDistance(6.4);
     QTest::qWait(100);
     const QImage frame = view->grabFramebuffer();
     ASSERT_FALSE(frame.isNull());

@@ -96,7 +96,7 @@ TEST_F(SceneWidgetTest, CreatesObjectsAndUndoesAndRedoesThemWithKeys)
     EXPECT_EQ(tab->addObject(ThreeDViewTab::AddPlane, false), 0);
     EXPECT_EQ(tab->addObject(ThreeDViewTab::AddProjector, false), 1);
     ASSERT_EQ(view->objectCount(), 2);
-    EXPECT_EQ(view->objects().at(0).name, QStringLiteral("Plane"));
+    EXPECT_EQ(view->objects().at(0).name, QStringLiteral("Plane 1"));
     EXPECT_EQ(view->objects().at(1).guide_index, int(KindProjector));
     EXPECT_EQ(view->currentIndex(), 1); // the newest object is selected
     EXPECT_EQ(tab->objectList()->count(), 2);
@@ -367,7 +367,7 @@ TEST_F(SceneWidgetTest, CopyAndPasteGoThroughTheSystemClipboard)
 
     key(Qt::Key_V, Qt::ControlModifier);
     ASSERT_EQ(view->objectCount(), 2);
-    EXPECT_EQ(view->objects().at(1).name, QStringLiteral("Plane Copy"));
+    EXPECT_EQ(view->objects().at(1).name, QStringLiteral("Plane 1 Copy"));
     EXPECT_EQ(view->statusText(), QStringLiteral("Pasted 1 3D object."));
     EXPECT_EQ(view->selection(), QList<int>{1});
 
@@ -383,8 +383,8 @@ TEST_F(SceneWidgetTest, CopyAndPasteGoThroughTheSystemClipboard)
     other.sceneWidget()->setFocus();
     QTest::keyClick(other.sceneWidget(), Qt::Key_V, Qt::ControlModifier);
     ASSERT_EQ(other.sceneWidget()->objectCount(), 2);
-    EXPECT_EQ(other.sceneWidget()->objects().at(0).name, QStringLiteral("Plane"));
-    EXPECT_EQ(other.sceneWidget()->objects().at(1).name, QStringLiteral("Plane Copy"));
+    EXPECT_EQ(other.sceneWidget()->objects().at(0).name, QStringLiteral("Plane 1"));
+    EXPECT_EQ(other.sceneWidget()->objects().at(1).name, QStringLiteral("Plane 1 Copy"));
     EXPECT_EQ(other.sceneWidget()->statusText(), QStringLiteral("Pasted 2 3D objects."));
 
     // The whole paste is one undo step.
@@ -423,8 +423,8 @@ TEST_F(SceneWidgetTest, DuplicateGivesUniqueCopyNames)
     view->selectOnly(0);
     key(Qt::Key_D, Qt::ControlModifier);
     ASSERT_EQ(view->objectCount(), 3);
-    EXPECT_EQ(view->objects().at(1).name, QStringLiteral("Plane Copy"));
-    EXPECT_EQ(view->objects().at(2).name, QStringLiteral("Plane Copy 2"));
+    EXPECT_EQ(view->objects().at(1).name, QStringLiteral("Plane 1 Copy"));
+    EXPECT_EQ(view->objects().at(2).name, QStringLiteral("Plane 1 Copy 2"));
 }
 
 TEST_F(SceneWidgetTest, DeleteAsksFirstAndHonoursTheAnswer)
@@ -435,7 +435,7 @@ TEST_F(SceneWidgetTest, DeleteAsksFirstAndHonoursTheAnswer)
     key(Qt::Key_Delete);
     EXPECT_TRUE(no.seen);
     EXPECT_EQ(no.title, QStringLiteral("Delete 3D Object"));
-    EXPECT_EQ(no.text, QStringLiteral("Delete \"Plane\" from the 3D View?"));
+    EXPECT_EQ(no.text, QStringLiteral("Delete \"Plane 1\" from the 3D View?"));
     EXPECT_EQ(view->objectCount(), 1);
 
     tab->addObject(ThreeDViewTab::AddProjector, false);
@@ -464,7 +464,7 @@ TEST_F(SceneWidgetTest, DeletingAProjectorClosesItsCalibrationWindow)
     EXPECT_TRUE(confirm.seen);
     EXPECT_TRUE(notice.seen);
     EXPECT_EQ(notice.text, QStringLiteral("The Projector Calibration window will close because its projector "
-                                          "\"Projector\" is being deleted."));
+                                          "\"Projector 1\" is being deleted."));
     EXPECT_FALSE(calibration.isVisible());
     EXPECT_EQ(view->objectCount(), 1);
 }
