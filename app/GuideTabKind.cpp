@@ -74,9 +74,17 @@ public:
         return text.arg(number).arg(count);
     }
 
-    bool hasUndo(const QWidget *) const override { return false; }
-    void undo(QWidget *) const override {}
-    void redo(QWidget *) const override {}
+    bool hasUndo(const QWidget *content) const override { return qobject_cast<const GuideTab *>(content) != nullptr; }
+    void undo(QWidget *content) const override
+    {
+        if (GuideTab *guide = asGuide(content))
+            guide->undo();
+    }
+    void redo(QWidget *content) const override
+    {
+        if (GuideTab *guide = asGuide(content))
+            guide->redo();
+    }
 
     bool pageImage(QWidget *content, const TabPageContext &context, QImage *page, QString *) const override
     {
