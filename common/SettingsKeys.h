@@ -79,6 +79,8 @@ inline constexpr TextSetting canvasImageDirectory{"paths/canvasImageDirectory"};
 inline constexpr TextSetting compositeImageDirectory{"paths/compositeImageDirectory"};
 inline constexpr TextSetting captureDirectory{"paths/captureDirectory"};
 inline constexpr TextSetting uvLutExportDirectory{"paths/uvLutExportDirectory"};
+inline constexpr TextSetting calibrationMatrixDirectory{"paths/calibrationMatrixDirectory"};
+inline constexpr TextSetting calibrationImageDirectory{"paths/calibrationImageDirectory"};
 inline constexpr TextSetting objMeshImportDirectory{"paths/objMeshImportDirectory"};
 inline constexpr TextSetting dxfDrawingImportDirectory{"paths/dxfDrawingImportDirectory"};
 inline constexpr TextSetting objExportDirectory{"paths/objExportDirectory"};

@@ -15,6 +15,10 @@
 #include <optional>
 #include <memory>
 
+namespace vg::exchange {
+struct UvLutOptions;
+}
+
 class NdiRuntime;
 class NdiSender;
 class SceneWidget;
@@ -126,6 +130,11 @@ private:
     void projectorPointClicked(const QPointF &pixel);
     void pointMoved(int row, const QPointF &pixel, bool final);
     void rowChosen(int row);
+
+    // The LUT of the calibrated projector: false with the reason in the status line.
+    bool lutOptions(const QVector<GuideObject> &objects, const QString &cameraRefusal,
+                    vg::exchange::UvLutOptions *options);
+    std::function<void(const QString &)> lutProgress();
 
     void setStatus(const QString &text);
     void showDiagnostics();

@@ -2,6 +2,7 @@
 
 #include "calibration/CalibrationMatrixFile.h"
 #include "calibration/ui/ProjectorCalibrationPointView.h"
+#include "common/SettingsKeys.h"
 #include "exchange/UvLutWriter.h"
 #include "net/mediaserver/UvLutUpdate.h"
 #include "scene/gl/GlExportImageSource.h"
@@ -23,10 +24,6 @@
 #include <cmath>
 
 namespace {
-
-const char *const kMatrixDirectoryKey = "paths/calibrationMatrixDirectory";
-const char *const kReferenceDirectoryKey = "paths/calibrationImageDirectory";
-const char *const kLutDirectoryKey = "paths/uvLutExportDirectory";
 
 // Guide pictures as the 3D view already has them, so nothing is rendered twice.
 class SceneGuideImages : public GlExportImageSource
@@ -87,13 +84,13 @@ void ProjectorCalibrationDialog::chooseMatrixFile()
         return;
     }
     QSettings store;
-    const QString folder = store.value(QLatin1String(kMatrixDirectoryKey), QDir::homePath()).toString();
+    const QString folder = store.value(Settings::calibrationMatrixDirectory.key(), QDir::homePath()).toString();
     const QString path = QFileDialog::getSaveFileName(this, tr("Export Matrix"),
                                                       QDir(folder).filePath(QStringLiteral("matrix.txt")),
                                                       tr("Text Files (*.txt);;All Files (*.*)"));
     if (path.isEmpty())
         return;
-    store.setValue(QLatin1String(kMatrixDirectoryKey), QFileInfo(path).absolutePath());
+    store.setValue(Settings::calibrationMatrixDirectory.key(), QFileInfo(path).absolutePath());
     exportMatrixTo(path);
 }
 
@@ -117,12 +114,12 @@ bool ProjectorCalibrationDialog::loadReferenceImage(const QString &path)
 void ProjectorCalibrationDialog::chooseReferenceImage()
 {
     QSettings store;
-    const QString folder = store.value(QLatin1String(kReferenceDirectoryKey), QDir::homePath()).toString();
+    const QString folder = store.value(Settings::calibrationImageDirectory.key(), QDir::homePath()).toString();
     const QString path = QFileDialog::getOpenFileName(this, tr("Load Reference Image"), folder,
                                                       tr("Images (*.png *.jpg *.jpeg *.bmp *.tif *.tiff);;All Files (*.*)"));
     if (path.isEmpty())
         return;
-    store.setValue(QLatin1String(kReferenceDirectoryKey), QFileInfo(path).absolutePath());
+    store.setValue(Settings::calibrationImageDirectory.key(), QFileInfo(path).absolutePath());
     if (!loadReferenceImage(path))
         QMessageBox::warning(this, tr("Load failed"), tr("Could not load the reference image."));
 }
@@ -160,33 +157,46 @@ int lutSourceFor(const QVector<GuideObject> &objects, int output)
 
 } // namespace
 
-bool ProjectorCalibrationDialog::exportLutTo(const QString &folder, QString *error)
+bool ProjectorCalibrationDialog::lutOptions(const QVector<GuideObject> &objects, const QString &cameraRefusal,
+                                            vg::exchange::UvLutOptions *options)
 {
     const GuideObject *projector = projectorObject();
     if (!projector) {
         setStatus(tr("Add or select a projector object first."));
-        return failWith(error, statusText());
+        return false;
     }
     if (projector->isCamera()) {
-        setStatus(tr("Camera UV LUT export is unavailable."));
-        return failWith(error, statusText());
+        setStatus(cameraRefusal);
+        return false;
     }
-    const QVector<GuideObject> objects = m_scene->objects();
-    vg::exchange::UvLutOptions options;
-    options.outputIndex = m_projectorIndex;
-    options.sourceIndex = lutSourceFor(objects, m_projectorIndex);
-    options.uScale = m_settings.uv_lut_scale;
-    options.featherPx = m_settings.uv_lut_edge_feather_px;
-    options.aaSamples = m_settings.uv_lut_aa_samples;
-    if (options.sourceIndex < 0) {
+    options->outputIndex = m_projectorIndex;
+    options->sourceIndex = lutSourceFor(objects, m_projectorIndex);
+    options->uScale = m_settings.uv_lut_scale;
+    options->featherPx = m_settings.uv_lut_edge_feather_px;
+    options->aaSamples = m_settings.uv_lut_aa_samples;
+    if (options->sourceIndex < 0) {
         setStatus(tr("Add a camera (or another projector) with an image to map the UV LUT from."));
-        return failWith(error, statusText());
+        return false;
     }
-    SceneGuideImages images(m_scene->guideImages());
-    auto progress = [this](const QString &text) {
+    return true;
+}
+
+std::function<void(const QString &)> ProjectorCalibrationDialog::lutProgress()
+{
+    return [this](const QString &text) {
         setStatus(text);
         QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     };
+}
+
+bool ProjectorCalibrationDialog::exportLutTo(const QString &folder, QString *error)
+{
+    const QVector<GuideObject> objects = m_scene->objects();
+    vg::exchange::UvLutOptions options;
+    if (!lutOptions(objects, tr("Camera UV LUT export is unavailable."), &options))
+        return failWith(error, statusText());
+    SceneGuideImages images(m_scene->guideImages());
+    const auto progress = lutProgress();
     vg::exchange::UvLutResult result;
     QString why;
     const bool ok = vg::exchange::computeUvLut(objects, images, options, progress, &result, &why)
@@ -197,13 +207,13 @@ bool ProjectorCalibrationDialog::exportLutTo(const QString &folder, QString *err
             QMessageBox::warning(this, tr("Export failed"), why);
         return failWith(error, why);
     }
-    QSettings().setValue(QLatin1String(kLutDirectoryKey), folder);
+    QSettings().setValue(Settings::uvLutExportDirectory.key(), folder);
     return true;
 }
 
 void ProjectorCalibrationDialog::chooseLutFolder()
 {
-    const QString start = QSettings().value(QLatin1String(kLutDirectoryKey), QDir::homePath()).toString();
+    const QString start = QSettings().value(Settings::uvLutExportDirectory.key(), QDir::homePath()).toString();
     const QString folder = QFileDialog::getExistingDirectory(this, tr("Export LUT"), start);
     if (!folder.isEmpty())
         exportLutTo(folder);
@@ -212,34 +222,16 @@ void ProjectorCalibrationDialog::chooseLutFolder()
 bool ProjectorCalibrationDialog::updateLut(QString *error)
 {
     const GuideObject *projector = projectorObject();
-    if (!projector) {
-        setStatus(tr("Add or select a projector object first."));
-        return failWith(error, statusText());
-    }
-    if (projector->isCamera()) {
-        setStatus(tr("Camera UV LUT update is unavailable."));
-        return failWith(error, statusText());
-    }
-    if (!m_settings.vantreo_server_enabled) {
+    if (projector && !projector->isCamera() && !m_settings.vantreo_server_enabled) {
         setStatus(tr("Vantreo Server link is disabled."));
         return failWith(error, statusText());
     }
     const QVector<GuideObject> objects = m_scene->objects();
     vg::exchange::UvLutOptions options;
-    options.outputIndex = m_projectorIndex;
-    options.sourceIndex = lutSourceFor(objects, m_projectorIndex);
-    options.uScale = m_settings.uv_lut_scale;
-    options.featherPx = m_settings.uv_lut_edge_feather_px;
-    options.aaSamples = m_settings.uv_lut_aa_samples;
-    if (options.sourceIndex < 0) {
-        setStatus(tr("Add a camera (or another projector) with an image to map the UV LUT from."));
+    if (!lutOptions(objects, tr("Camera UV LUT update is unavailable."), &options))
         return failWith(error, statusText());
-    }
     SceneGuideImages images(m_scene->guideImages());
-    auto progress = [this](const QString &text) {
-        setStatus(text);
-        QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-    };
+    const auto progress = lutProgress();
     vg::exchange::UvLutResult result;
     QString why;
     bool ok = vg::exchange::computeUvLut(objects, images, options, progress, &result, &why);
