@@ -41,10 +41,12 @@ TEST(MalformedProject, EveryInputLoadsOrFailsCleanly)
             continue;
         const QJsonObject want = expected.value(name).toObject();
         EXPECT_EQ(ok, want.value(QStringLiteral("ok")).toBool());
-        if (want.contains(QStringLiteral("error")))
+        if (want.contains(QStringLiteral("error"))) {
             EXPECT_EQ(error, want.value(QStringLiteral("error")).toString());
-        if (want.contains(QStringLiteral("error_prefix")))
+        }
+        if (want.contains(QStringLiteral("error_prefix"))) {
             EXPECT_TRUE(error.startsWith(want.value(QStringLiteral("error_prefix")).toString())) << error.toStdString();
+        }
     }
     // Every listed file exists.
     for (const QString &name : expected.keys())
