@@ -155,15 +155,10 @@ int runCalibrate(const QStringList &args, CliContext &ctx)
         ctx.err << "Load failed: " << error << Qt::endl;
         return CliFailure;
     }
-    // A project with a single 3D view may carry it only as the active view.
-    const bool onlyActive = project.views.isEmpty() && project.activeView.present;
-    const int viewCount = onlyActive ? 1 : int(project.views.size());
-    if (viewIndex < 0 || viewIndex >= viewCount) {
-        ctx.err << QStringLiteral("The project has %1 3D view(s); there is no view %2.").arg(viewCount).arg(viewIndex)
-                << Qt::endl;
+    const Guide3DViewSettings *found = cliProjectView(ctx, project, viewIndex);
+    if (!found)
         return CliFailure;
-    }
-    Guide3DViewSettings view = onlyActive ? project.activeView : project.views.at(viewIndex);
+    Guide3DViewSettings view = *found;
 
     // The record as it was before a fit that --apply may write into it.
     const GuideObject original = projectorIndex >= 0 && projectorIndex < view.objects.size()
@@ -181,14 +176,7 @@ int runCalibrate(const QStringList &args, CliContext &ctx)
         ctx.out << resultJson(result);
 
     if (apply) {
-        if (onlyActive) {
-            project.activeView = view;
-        } else {
-            project.views[viewIndex] = view;
-            // The active view is the first view of the list, as a load gives it.
-            if (viewIndex == 0)
-                project.activeView = view;
-        }
+        setProjectView(&project, viewIndex, view);
         const QString outPath = parsed.value(QStringLiteral("-o"));
         if (!saveProjectDocument(outPath, project, &error)) {
             ctx.err << "Save failed: " << error << Qt::endl;

@@ -1,5 +1,7 @@
 #include "cli/CliCommand.h"
 
+#include "project/ProjectFile.h"
+
 namespace {
 std::vector<CliCommand> &registry()
 {
@@ -68,4 +70,20 @@ int cliUsageError(CliContext &ctx, const CliCommand &command, const QString &mes
 {
     ctx.err << message << "\nusage: vantreoguide-cli " << command.synopsis << Qt::endl;
     return CliUsage;
+}
+
+const Guide3DViewSettings *cliProjectView(CliContext &ctx, const ProjectDocument &project, int index, bool firstWhenUnset)
+{
+    const int count = projectViewCount(project);
+    if (index < 0 && firstWhenUnset) {
+        if (count == 0) {
+            ctx.err << "The project has no 3D view." << Qt::endl;
+            return nullptr;
+        }
+        index = 0;
+    }
+    if (const Guide3DViewSettings *view = projectView(project, index))
+        return view;
+    ctx.err << QStringLiteral("The project has %1 3D view(s); there is no view %2.").arg(count).arg(index) << Qt::endl;
+    return nullptr;
 }

@@ -12,6 +12,9 @@
 // Exit codes shared by every subcommand.
 enum CliExit { CliOk = 0, CliFailure = 1, CliUsage = 2 };
 
+struct Guide3DViewSettings;
+struct ProjectDocument;
+
 struct CliContext {
     QTextStream &out;
     QTextStream &err;
@@ -62,3 +65,8 @@ private:
 
 // Prints "<usage error>\nusage: vantreoguide-cli <synopsis>" and returns CliUsage.
 int cliUsageError(CliContext &ctx, const CliCommand &command, const QString &message);
+
+// The 3D view a command works on, by --view's index; with firstWhenUnset a negative index
+// means the first view. Prints why and returns nullptr when there is no such view.
+const Guide3DViewSettings *cliProjectView(CliContext &ctx, const ProjectDocument &project, int index,
+                                          bool firstWhenUnset = false);

@@ -36,28 +36,6 @@ bool parseIndexList(const QString &text, QList<int> *indices)
     return true;
 }
 
-// The view the user named, else the first 3D view, else the project's single view.
-bool chooseView(const ProjectDocument &project, int viewIndex, Guide3DViewSettings *view, QString *error)
-{
-    if (viewIndex >= 0) {
-        if (viewIndex >= project.views.size()) {
-            *error = QStringLiteral("The project has %1 3D view(s); there is no view %2.")
-                         .arg(project.views.size())
-                         .arg(viewIndex);
-            return false;
-        }
-        *view = project.views.at(viewIndex);
-    } else if (!project.views.isEmpty()) {
-        *view = project.views.first();
-    } else if (project.activeView.present) {
-        *view = project.activeView;
-    } else {
-        *error = QStringLiteral("The project has no 3D view.");
-        return false;
-    }
-    return true;
-}
-
 int runExport(const QStringList &args, CliContext &ctx)
 {
     CliArgs parsed(args,
@@ -94,11 +72,10 @@ int runExport(const QStringList &args, CliContext &ctx)
         ctx.err << "Load failed: " << error << Qt::endl;
         return CliFailure;
     }
-    Guide3DViewSettings view;
-    if (!chooseView(project, viewIndex, &view, &error)) {
-        ctx.err << error << Qt::endl;
+    const Guide3DViewSettings *found = cliProjectView(ctx, project, viewIndex, true);
+    if (!found)
         return CliFailure;
-    }
+    Guide3DViewSettings view = *found;
     // Imported OBJ and DXF objects are saved as their file path; read their geometry.
     QStringList problems;
     vg::exchange::loadImportedGeometry(view.objects, &problems, QFileInfo(parsed.positionals().first()).absolutePath());

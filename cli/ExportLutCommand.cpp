@@ -69,14 +69,10 @@ int runExportLut(const QStringList &args, CliContext &ctx)
         ctx.err << "Load failed: " << error << Qt::endl;
         return CliFailure;
     }
-    if (viewIndex < 0 || viewIndex >= project.views.size()) {
-        ctx.err << QStringLiteral("The project has %1 3D view(s); there is no view %2.")
-                       .arg(project.views.size())
-                       .arg(viewIndex)
-                << Qt::endl;
+    const Guide3DViewSettings *found = cliProjectView(ctx, project, viewIndex);
+    if (!found)
         return CliFailure;
-    }
-    const Guide3DViewSettings &view = project.views.at(viewIndex);
+    const Guide3DViewSettings &view = *found;
 
     qint64 serverPid = 0;
     std::unique_ptr<ExportImageSource> images;

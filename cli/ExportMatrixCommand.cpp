@@ -37,15 +37,10 @@ int runExportMatrix(const QStringList &args, CliContext &ctx)
         ctx.err << "Load failed: " << error << Qt::endl;
         return CliFailure;
     }
-    // A project with a single 3D view may carry it only as the active view.
-    const bool onlyActive = project.views.isEmpty() && project.activeView.present;
-    const int viewCount = onlyActive ? 1 : int(project.views.size());
-    if (viewIndex < 0 || viewIndex >= viewCount) {
-        ctx.err << QStringLiteral("The project has %1 3D view(s); there is no view %2.").arg(viewCount).arg(viewIndex)
-                << Qt::endl;
+    const Guide3DViewSettings *found = cliProjectView(ctx, project, viewIndex);
+    if (!found)
         return CliFailure;
-    }
-    const Guide3DViewSettings view = onlyActive ? project.activeView : project.views.at(viewIndex);
+    const Guide3DViewSettings &view = *found;
     if (projectorIndex < 0 || projectorIndex >= view.objects.size()) {
         ctx.err << "Select a projector before exporting matrix." << Qt::endl;
         return CliFailure;

@@ -39,18 +39,11 @@ int runImport(const QStringList &args, CliContext &ctx)
         ctx.err << "Load failed: " << error << Qt::endl;
         return CliFailure;
     }
-    Guide3DViewSettings *view = nullptr;
-    if (viewIndex >= 0 && viewIndex < project.views.size())
-        view = &project.views[viewIndex];
-    else if (viewIndex == 0 && project.views.isEmpty() && project.activeView.present)
-        view = &project.activeView;
-    if (!view) {
-        ctx.err << QStringLiteral("The project has %1 3D view(s); there is no view %2.")
-                       .arg(project.views.size())
-                       .arg(viewIndex)
-                << Qt::endl;
+    const Guide3DViewSettings *found = cliProjectView(ctx, project, viewIndex);
+    if (!found)
         return CliFailure;
-    }
+    Guide3DViewSettings changed = *found;
+    Guide3DViewSettings *view = &changed;
 
     GuideObject object;
     if (!vg::exchange::importMeshFile(parsed.positionals().at(1), &object, &error)) {
@@ -59,6 +52,7 @@ int runImport(const QStringList &args, CliContext &ctx)
     }
     object.name = SceneModel::copyName(object.name, namesOf(view->objects));
     view->objects.append(object);
+    setProjectView(&project, viewIndex, changed);
 
     if (!saveProjectDocument(output, project, &error)) {
         ctx.err << "Save failed: " << error << Qt::endl;

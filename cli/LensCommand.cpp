@@ -104,15 +104,10 @@ int runLens(const QStringList &args, CliContext &ctx)
         ctx.err << "Load failed: " << error << Qt::endl;
         return CliFailure;
     }
-    QList<Guide3DViewSettings> views = project.views;
-    if (views.isEmpty() && project.activeView.present)
-        views.append(project.activeView);
-    if (viewIndex < 0 || viewIndex >= views.size()) {
-        ctx.err << QStringLiteral("The project has %1 3D view(s); there is no view %2.").arg(views.size()).arg(viewIndex)
-                << Qt::endl;
+    const Guide3DViewSettings *view = cliProjectView(ctx, project, viewIndex);
+    if (!view)
         return CliFailure;
-    }
-    const QVector<GuideObject> &objects = views.at(viewIndex).objects;
+    const QVector<GuideObject> &objects = view->objects;
     if (objectIndex < 0 || objectIndex >= objects.size()) {
         ctx.err << QStringLiteral("The view has %1 object(s); there is no object %2.").arg(objects.size()).arg(objectIndex)
                 << Qt::endl;

@@ -72,24 +72,10 @@ int runRenderView(const QStringList &args, CliContext &ctx)
         ctx.err << "Load failed: " << error << Qt::endl;
         return CliFailure;
     }
-    Guide3DViewSettings view;
-    if (viewIndex >= 0) {
-        if (viewIndex >= project.views.size()) {
-            ctx.err << QStringLiteral("The project has %1 3D view(s); there is no view %2.")
-                           .arg(project.views.size())
-                           .arg(viewIndex)
-                    << Qt::endl;
-            return CliFailure;
-        }
-        view = project.views.at(viewIndex);
-    } else if (!project.views.isEmpty()) {
-        view = project.views.first();
-    } else if (project.activeView.present) {
-        view = project.activeView;
-    } else {
-        ctx.err << "The project has no 3D view." << Qt::endl;
+    const Guide3DViewSettings *found = cliProjectView(ctx, project, viewIndex, true);
+    if (!found)
         return CliFailure;
-    }
+    Guide3DViewSettings view = *found;
     // Imported OBJ and DXF objects are saved as their file path; read their geometry.
     QStringList problems;
     vg::exchange::loadImportedGeometry(view.objects, &problems,

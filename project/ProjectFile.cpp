@@ -332,3 +332,26 @@ QList<ProjectTabEntry> projectTabOrder(const ProjectDocument &doc)
     }
     return order;
 }
+
+int projectViewCount(const ProjectDocument &doc)
+{
+    return doc.views.isEmpty() && doc.activeView.present ? 1 : int(doc.views.size());
+}
+
+const Guide3DViewSettings *projectView(const ProjectDocument &doc, int index)
+{
+    if (doc.views.isEmpty())
+        return index == 0 && doc.activeView.present ? &doc.activeView : nullptr;
+    return index >= 0 && index < doc.views.size() ? &doc.views[index] : nullptr;
+}
+
+void setProjectView(ProjectDocument *doc, int index, const Guide3DViewSettings &view)
+{
+    if (doc->views.isEmpty()) {
+        doc->activeView = view;
+        return;
+    }
+    doc->views[index] = view;
+    if (index == 0)
+        doc->activeView = view;
+}

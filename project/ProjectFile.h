@@ -72,6 +72,13 @@ struct ProjectDocument {
     bool operator==(const ProjectDocument &) const = default;
 };
 
+// The 3D views of a document as the window opens them: its list, or the single active view
+// an older file carries alone. projectView is nullptr for an index out of range; setProjectView
+// stores a changed view where projectView found it (the first is also the active view).
+int projectViewCount(const ProjectDocument &doc);
+const Guide3DViewSettings *projectView(const ProjectDocument &doc, int index);
+void setProjectView(ProjectDocument *doc, int index, const Guide3DViewSettings &view);
+
 // How many records of a tab kind the document holds (0 for an unknown kind).
 int projectTabRecordCount(const ProjectDocument &doc, const QString &kind);
 // The order tabs open in: the document's tab list (entries that name a record, each once),
