@@ -53,13 +53,16 @@ bool SceneFootprintPass::initialize()
 
 void SceneFootprintPass::clear()
 {
-    m_maps.clear();
+    m_results.clear();
+    m_targets.clear();
+    m_shared = FootprintTarget();
 }
 
 void SceneFootprintPass::invalidate()
 {
-    for (auto &[index, map] : m_maps)
-        map.valid = false;
+    for (auto &[index, result] : m_results)
+        result.valid = false;
+    m_shared.holds = -1;
 }
 
 SceneFootprintPass::Source SceneFootprintPass::sourceOf(const SceneFrame &frame, int p) const
@@ -76,27 +79,29 @@ SceneFootprintPass::Source SceneFootprintPass::sourceOf(const SceneFrame &frame,
 
 void SceneFootprintPass::keepOnly(const std::set<int> &projectors)
 {
-    std::erase_if(m_maps, [&](const auto &entry) { return !projectors.count(entry.first); });
+    std::erase_if(m_results, [&](const auto &entry) { return !projectors.count(entry.first); });
+    std::erase_if(m_targets, [&](const auto &entry) { return !projectors.count(entry.first); });
 }
 
-bool SceneFootprintPass::ensureTarget(QOpenGLExtraFunctions *f, FootprintMap &map, const QSize &size)
+bool SceneFootprintPass::ensureTarget(QOpenGLExtraFunctions *f, FootprintTarget &target, const QSize &size)
 {
-    if (map.fbo && map.size == size)
+    if (target.fbo && target.size == size)
         return true;
-    map.fbo.reset();
-    map.texture.reset();
-    map.depth.reset();
-    map.size = size;
-    map.valid = false;
-    map.texture = makeGlTexture(f, GL_R32F, GL_RED, GL_FLOAT, size, GL_NEAREST);
-    map.depth = makeGlTexture(f, GL_DEPTH_COMPONENT32F, GL_DEPTH_COMPONENT, GL_FLOAT, size, GL_NEAREST);
-    map.fbo = GlFramebuffer::create(f);
-    f->glBindFramebuffer(GL_FRAMEBUFFER, map.fbo.id());
-    f->glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, map.texture.id(), 0);
-    f->glFramebufferTexture2D(GL_FRAMEBUFFER, GL_DEPTH_ATTACHMENT, GL_TEXTURE_2D, map.depth.id(), 0);
-    if (!glFramebufferComplete(f, map.fbo.id())) {
+    target.fbo.reset();
+    target.texture.reset();
+    target.depth.reset();
+    target.values.clear();
+    target.size = size;
+    target.holds = -1;
+    target.texture = makeGlTexture(f, GL_R32F, GL_RED, GL_FLOAT, size, GL_NEAREST);
+    target.depth = makeGlTexture(f, GL_DEPTH_COMPONENT32F, GL_DEPTH_COMPONENT, GL_FLOAT, size, GL_NEAREST);
+    target.fbo = GlFramebuffer::create(f);
+    f->glBindFramebuffer(GL_FRAMEBUFFER, target.fbo.id());
+    f->glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, target.texture.id(), 0);
+    f->glFramebufferTexture2D(GL_FRAMEBUFFER, GL_DEPTH_ATTACHMENT, GL_TEXTURE_2D, target.depth.id(), 0);
+    if (!glFramebufferComplete(f, target.fbo.id())) {
         qWarning("GL projector footprint metric shader is unavailable");
-        map.fbo.reset();
+        target.fbo.reset();
         return false;
     }
     return true;
@@ -118,42 +123,66 @@ void SceneFootprintPass::draw(SceneFrame &frame)
         m_loggedHeatmapMissing = true;
         return;
     }
-    QOpenGLExtraFunctions *f = frame.gl();
+    int rank = 0;
     for (int p : frame.heated) {
-        FootprintMap &map = m_maps[p];
-        const QSize resolution = mapResolution(frame.object(p));
-        Source source = sourceOf(frame, p);
-        if (m_caching && map.valid && map.size == resolution && map.source == source)
-            continue;
-        if (!ensureTarget(f, map, resolution))
-            continue;
-        map.source = std::move(source);
-        drawMap(frame, p, map, resolution);
-        readBack(frame, p, map, resolution);
-        map.valid = true;
-        ++frame.stats.footprintMapsRendered;
+        const bool resident = rank++ < m_residentLimit;
+        if (!resident)
+            m_targets.erase(p);
+        if (update(frame, p, resident))
+            ++frame.stats.footprintMapsRendered;
     }
-
-    const GLenum colorBuffer = GL_COLOR_ATTACHMENT0;
-    f->glBindFramebuffer(GL_FRAMEBUFFER, frame.sceneFbo);
-    f->glDrawBuffers(1, &colorBuffer);
-    f->glViewport(0, 0, frame.size.width(), frame.size.height());
-    f->glEnable(GL_DEPTH_TEST);
-    f->glDepthFunc(GL_LEQUAL);
-    f->glDepthMask(GL_FALSE);
-    f->glEnable(GL_BLEND);
-    f->glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
     frame.endPass(frame.stats.footprintMetricMs);
+    beginHeatmaps(frame);
     drawHeatmaps(frame);
 }
 
-void SceneFootprintPass::drawMap(SceneFrame &frame, int p, FootprintMap &map, const QSize &resolution)
+// Brings a projector's range and label points (and, when resident, its kept map) up to
+// date; true when a map was drawn.
+bool SceneFootprintPass::update(SceneFrame &frame, int p, bool resident)
+{
+    FootprintResult &result = m_results[p];
+    const QSize resolution = mapResolution(frame.object(p));
+    Source source = sourceOf(frame, p);
+    const bool current = m_caching && result.valid && result.size == resolution && result.source == source;
+    FootprintTarget &target = resident ? m_targets[p] : m_shared;
+    if (current && (!resident || target.holds == p))
+        return false;
+    if (!ensureTarget(frame.gl(), target, resolution))
+        return false;
+    result.size = resolution;
+    result.source = std::move(source);
+    drawMap(frame, p, target, result);
+    QVector<float> scratch;
+    readBack(frame, p, result, resident ? target.values : scratch);
+    result.valid = true;
+    return true;
+}
+
+// The map of a projector without one of its own, drawn into the shared target unless that
+// still holds it.
+bool SceneFootprintPass::drawShared(SceneFrame &frame, int p)
+{
+    const FootprintResult &result = m_results[p];
+    if (m_shared.holds == p && m_shared.size == result.size)
+        return true;
+    if (!ensureTarget(frame.gl(), m_shared, result.size))
+        return false;
+    drawMap(frame, p, m_shared, result);
+    ++frame.stats.footprintMapsRendered;
+    beginHeatmaps(frame);
+    return true;
+}
+
+void SceneFootprintPass::drawMap(SceneFrame &frame, int p, FootprintTarget &target, const FootprintResult &result)
 {
     QOpenGLExtraFunctions *f = frame.gl();
     const GLenum colorBuffer = GL_COLOR_ATTACHMENT0;
-    f->glBindFramebuffer(GL_FRAMEBUFFER, map.fbo.id());
+    f->glBindFramebuffer(GL_FRAMEBUFFER, target.fbo.id());
     f->glDrawBuffers(1, &colorBuffer);
-    f->glViewport(0, 0, resolution.width(), resolution.height());
+    f->glViewport(0, 0, target.size.width(), target.size.height());
+    // A shared map is drawn between heat maps, which scissor and stencil the scene.
+    f->glDisable(GL_SCISSOR_TEST);
+    f->glDisable(GL_STENCIL_TEST);
     f->glDisable(GL_BLEND);
     f->glEnable(GL_DEPTH_TEST);
     f->glDepthFunc(GL_LESS);
@@ -164,42 +193,44 @@ void SceneFootprintPass::drawMap(SceneFrame &frame, int p, FootprintMap &map, co
     m_metric->bind();
     size_t next = 0;
     for (const SceneFrameItem &item : frame.items) {
-        if (next >= map.source.surfaces.size())
+        if (next >= result.source.surfaces.size())
             break;
-        if (item.index != map.source.surfaces[next].index)
+        if (item.index != result.source.surfaces[next].index)
             continue;
         ++next;
         frame.common.setProjectionConstants(projectionConstantsFor(frame, p, QMatrix4x4(), item.world, QMatrix4x4(),
-                                                                   false, map.rangeMin, map.rangeMax));
+                                                                   false, result.rangeMin, result.rangeMax));
         frame.common.drawTriangles(*item.mesh);
     }
+    target.holds = p;
 }
 
 // The range comes from what the projector actually hits; the label points from the surface
 // depth under nine image positions.
-void SceneFootprintPass::readBack(SceneFrame &frame, int p, FootprintMap &map, const QSize &resolution)
+void SceneFootprintPass::readBack(SceneFrame &frame, int p, FootprintResult &result, QVector<float> &values)
 {
     QOpenGLExtraFunctions *f = frame.gl();
     const GuideObject &object = frame.object(p);
-    map.values.resize(qsizetype(resolution.width()) * resolution.height());
-    f->glReadPixels(0, 0, resolution.width(), resolution.height(), GL_RED, GL_FLOAT, map.values.data());
-    map.rangeMin = kFixedHeatmapMinimum;
-    map.rangeMax = kFixedHeatmapMaximum;
+    const QSize resolution = result.size;
+    values.resize(qsizetype(resolution.width()) * resolution.height());
+    f->glReadPixels(0, 0, resolution.width(), resolution.height(), GL_RED, GL_FLOAT, values.data());
+    result.rangeMin = kFixedHeatmapMinimum;
+    result.rangeMax = kFixedHeatmapMaximum;
     if (object.projector_pixel_footprint_heatmap_auto_range) {
         double lo = std::numeric_limits<double>::max();
         double hi = 0.0;
-        for (float value : std::as_const(map.values)) {
+        for (float value : std::as_const(values)) {
             if (value > 0.0001f) {
                 lo = std::min(lo, double(value));
                 hi = std::max(hi, double(value));
             }
         }
         if (hi > 0.0) {
-            map.rangeMin = lo;
-            map.rangeMax = hi;
+            result.rangeMin = lo;
+            result.rangeMax = hi;
         }
     }
-    map.labelSamples.clear();
+    result.labelSamples.clear();
     // The points are found by casting the lens rays into the surfaces on the CPU: the map's
     // depth is interpolated across each triangle in the projector's image, which is not the
     // true depth on a surface at a slant.
@@ -208,13 +239,13 @@ void SceneFootprintPass::readBack(SceneFrame &frame, int p, FootprintMap &map, c
         for (double u : {1.0 / 6.0, 0.5, 5.0 / 6.0}) {
             const int px = std::clamp(int(u * resolution.width()), 0, resolution.width() - 1);
             const int py = std::clamp(int(v * resolution.height()), 0, resolution.height() - 1);
-            const float value = map.values[py * resolution.width() + px];
+            const float value = values[py * resolution.width() + px];
             if (value <= 0.0001f)
                 continue;
             const vg::scene::LensRay ray = lens.ray((px + 0.5) / resolution.width(), (py + 0.5) / resolution.height());
             Eigen::Vector3d point;
-            if (surfacePoint(frame, map.source, ray, &point))
-                map.labelSamples.emplace_back(vg::scene::toQVector(point), double(value));
+            if (surfacePoint(frame, result.source, ray, &point))
+                result.labelSamples.emplace_back(vg::scene::toQVector(point), double(value));
         }
     }
 }
@@ -242,27 +273,49 @@ bool SceneFootprintPass::surfacePoint(const SceneFrame &frame, const Source &sou
     return true;
 }
 
+void SceneFootprintPass::beginHeatmaps(SceneFrame &frame)
+{
+    QOpenGLExtraFunctions *f = frame.gl();
+    const GLenum colorBuffer = GL_COLOR_ATTACHMENT0;
+    f->glBindFramebuffer(GL_FRAMEBUFFER, frame.sceneFbo);
+    f->glDrawBuffers(1, &colorBuffer);
+    f->glViewport(0, 0, frame.size.width(), frame.size.height());
+    f->glEnable(GL_DEPTH_TEST);
+    f->glDepthFunc(GL_LEQUAL);
+    f->glDepthMask(GL_FALSE);
+    f->glEnable(GL_BLEND);
+    f->glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
+}
+
 void SceneFootprintPass::drawHeatmaps(SceneFrame &frame)
 {
     QOpenGLExtraFunctions *f = frame.gl();
-    m_heatmap->bind();
     for (int p : frame.heated) {
-        const FootprintMap &map = m_maps[p];
+        const FootprintResult &result = m_results[p];
         const GuideObject &object = frame.object(p);
         QRect scissor;
-        if (!(object.projector_pixel_footprint_heatmap_visible || frame.settings.forceHeatmap) || !map.valid
+        if (!(object.projector_pixel_footprint_heatmap_visible || frame.settings.forceHeatmap) || !result.valid
             || !projectorScissor(frame, p, &scissor))
+            continue;
+        const auto kept = m_targets.find(p);
+        GLuint texture = 0;
+        if (kept != m_targets.end())
+            texture = kept->second.texture.id();
+        else if (drawShared(frame, p))
+            texture = m_shared.texture.id();
+        if (!texture)
             continue;
         scissorTo(f, scissor);
         markFrustumStencil(frame, p);
         m_heatmap->bind();
         f->glActiveTexture(GL_TEXTURE0);
-        f->glBindTexture(GL_TEXTURE_2D, map.texture.id());
+        f->glBindTexture(GL_TEXTURE_2D, texture);
         for (const SceneFrameItem &item : frame.items) {
             if (!item.surface)
                 continue;
-            frame.common.setProjectionConstants(projectionConstantsFor(
-                frame, p, frame.viewProjection * item.world, item.world, QMatrix4x4(), false, map.rangeMin, map.rangeMax));
+            frame.common.setProjectionConstants(projectionConstantsFor(frame, p, frame.viewProjection * item.world,
+                                                                       item.world, QMatrix4x4(), false,
+                                                                       result.rangeMin, result.rangeMax));
             frame.common.drawTriangles(*item.mesh);
         }
         ++frame.stats.heatmapsDrawn;
@@ -274,18 +327,19 @@ void SceneFootprintPass::drawHeatmaps(SceneFrame &frame)
 
 QVector<float> SceneFootprintPass::values(int projector, QSize *size) const
 {
-    auto it = m_maps.find(projector);
-    if (it == m_maps.end() || !it->second.valid)
+    const auto result = m_results.find(projector);
+    const auto target = m_targets.find(projector);
+    if (result == m_results.end() || !result->second.valid || target == m_targets.end())
         return {};
     if (size)
-        *size = it->second.size;
-    return it->second.values;
+        *size = result->second.size;
+    return target->second.values;
 }
 
 bool SceneFootprintPass::range(int projector, double *minimum, double *maximum) const
 {
-    auto it = m_maps.find(projector);
-    if (it == m_maps.end() || !it->second.valid)
+    auto it = m_results.find(projector);
+    if (it == m_results.end() || !it->second.valid)
         return false;
     if (minimum)
         *minimum = it->second.rangeMin;
@@ -296,8 +350,8 @@ bool SceneFootprintPass::range(int projector, double *minimum, double *maximum) 
 
 std::vector<std::pair<QVector3D, double>> SceneFootprintPass::labelSamples(int projector) const
 {
-    auto it = m_maps.find(projector);
-    if (it == m_maps.end() || !it->second.valid)
+    auto it = m_results.find(projector);
+    if (it == m_results.end() || !it->second.valid)
         return {};
     return it->second.labelSamples;
 }

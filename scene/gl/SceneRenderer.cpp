@@ -49,6 +49,7 @@ struct SceneRenderer::Private {
     bool loggedShadowSkip = false;
     bool caching = true;
     int residentShadowMaps = 8;
+    int residentFootprintMaps = 8;
 
     bool ensureFrameTargets(const QSize &size);
     void releaseFrameTargets();
@@ -202,6 +203,11 @@ void SceneRenderer::setCachingEnabled(bool on)
 void SceneRenderer::setResidentShadowMapLimit(int maps)
 {
     d->residentShadowMaps = std::max(0, maps);
+}
+
+void SceneRenderer::setResidentFootprintMapLimit(int maps)
+{
+    d->residentFootprintMaps = std::max(0, maps);
 }
 
 void SceneRenderer::invalidateObject(int index)
@@ -361,6 +367,7 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
     pass.shadows.setCaching(caching);
     pass.shadows.setResidentLimit(residentShadowMaps);
     pass.footprint.setCaching(caching);
+    pass.footprint.setResidentLimit(residentFootprintMaps);
     pass.geometry.draw(frame);
     if (projectionReady(frame))
         drawProjection(frame);
@@ -376,6 +383,7 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
     pass.labels.draw(frame, pass.footprint);
 
     stats.shadowMapsResident = pass.shadows.residentCount();
+    stats.footprintMapsResident = pass.footprint.residentCount();
     present(frame, targetFramebuffer);
     common->textures.prune();
 }

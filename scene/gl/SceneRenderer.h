@@ -60,6 +60,7 @@ struct SceneFrameStats {
     int labelsDrawn = 0;
     int meshUploads = 0;
     int shadowMapsResident = 0; // depth maps kept between frames
+    int footprintMapsResident = 0; // footprint maps kept between frames
     // Milliseconds per pass, filled when SceneRenderSettings::measurePasses is on.
     double geometryMs = 0, shadowMapMs = 0, accumulationMs = 0, compositeMs = 0, footprintMetricMs = 0,
            heatmapMs = 0, linesMs = 0, outlineMs = 0, labelsMs = 0;
@@ -102,6 +103,8 @@ public:
     // How many projectors keep a shadow map of their own (1024² depth, 4 MB each); the others
     // share one map drawn right before their light.
     void setResidentShadowMapLimit(int maps);
+    // Likewise for the footprint maps (one float per projector pixel each).
+    void setResidentFootprintMapLimit(int maps);
 
     // Draws the frame into `targetFramebuffer` (0: the default framebuffer) of `size` device
     // pixels, replacing its contents.

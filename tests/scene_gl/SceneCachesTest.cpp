@@ -130,3 +130,40 @@ TEST(SceneCaches, ShadowMapsBeyondTheLimitShareOneMap)
         EXPECT_TRUE(again.image == kept.image) << "limit " << limit;
     }
 }
+
+// Footprint maps are as large as a projector's image: past the limit projectors keep only
+// their range and label points and share one map target, with the same picture.
+TEST(SceneCaches, FootprintMapsBeyondTheLimitShareOneTarget)
+{
+    OffscreenSceneRenderer &r = sharedRenderer();
+    r.renderer().setTextureSourceResolver(solidProjectorImage(gradientImage(1)));
+    QVector<GuideObject> objects = cachedScene();
+    objects[3].projector_pixel_footprint_heatmap_auto_range = true;
+    SceneRenderSettings settings = plainSettings();
+    r.renderer().setResidentFootprintMapLimit(8);
+    const Frame kept = renderWith(r, objects, settings);
+    ASSERT_EQ(kept.stats.footprintMapsResident, 3);
+    ASSERT_EQ(kept.stats.heatmapsDrawn, 3);
+    double keptMin = 0, keptMax = 0;
+    ASSERT_TRUE(r.renderer().heatmapRange(3, &keptMin, &keptMax));
+    ASSERT_GT(keptMax, keptMin);
+
+    for (int limit : {1, 0}) {
+        r.renderer().setResidentFootprintMapLimit(limit);
+        const Frame shared = renderWith(r, objects, settings);
+        EXPECT_EQ(shared.stats.footprintMapsResident, limit);
+        EXPECT_EQ(shared.stats.heatmapsDrawn, 3);
+        EXPECT_TRUE(shared.image == kept.image) << "limit " << limit;
+        double minimum = 0, maximum = 0;
+        EXPECT_TRUE(r.renderer().heatmapRange(3, &minimum, &maximum));
+        EXPECT_DOUBLE_EQ(minimum, keptMin);
+        EXPECT_DOUBLE_EQ(maximum, keptMax);
+        QSize size;
+        EXPECT_TRUE(r.renderer().footprintMetricValues(3, &size).isEmpty()) << "no values kept past the limit";
+        // Two or more projectors without a map take turns in the shared target every frame.
+        const Frame again = renderWith(r, objects, settings);
+        EXPECT_EQ(again.stats.footprintMapsRendered, 3 - limit);
+        EXPECT_TRUE(again.image == kept.image) << "limit " << limit;
+    }
+    r.renderer().setResidentFootprintMapLimit(8);
+}
