@@ -145,13 +145,16 @@ Fixture &fixture()
     return f;
 }
 
-void runFrames(benchmark::State &state, const SceneRenderSettings &settings, bool dragProjector)
+// Benchmarks with an argument run with the runs of mesh triangles outside a draw's volume
+// skipped (1) or drawn (0, the anchor).
+void runFrames(benchmark::State &state, const SceneRenderSettings &settings, bool dragProjector, bool culling = true)
 {
     Fixture &f = fixture();
     if (!f.ok) {
         state.SkipWithError("no OpenGL 3.3 context");
         return;
     }
+    f.renderer->renderer().setChunkCullingEnabled(culling);
     ViewCamera camera = referenceCamera();
     f.frame(settings, camera); // uploads, shadow and footprint maps
     int n = 0;
@@ -188,6 +191,8 @@ void runFrames(benchmark::State &state, const SceneRenderSettings &settings, boo
     state.counters["shadow_maps"] = stats.shadowMapsRendered;
     state.counters["heat_maps"] = stats.heatmapsDrawn;
     state.counters["footprint_maps"] = stats.footprintMapsRendered;
+    state.counters["triangles"] = double(stats.trianglesDrawn);
+    f.renderer->renderer().setChunkCullingEnabled(true);
 }
 
 SceneRenderSettings baseSettings()
@@ -200,7 +205,7 @@ SceneRenderSettings baseSettings()
 
 void BM_SceneRender_ProjectionHeatmap(benchmark::State &state)
 {
-    runFrames(state, baseSettings(), false);
+    runFrames(state, baseSettings(), false, state.range(0) != 0);
 }
 
 void BM_SceneRender_ProjectionNoHeatmap(benchmark::State &state)
@@ -229,7 +234,7 @@ void BM_SceneRender_ProjectionOff(benchmark::State &state)
 // Dragging a projector changes the scene every frame, so the footprint maps are redrawn too.
 void BM_SceneRender_DraggingProjector(benchmark::State &state)
 {
-    runFrames(state, baseSettings(), true);
+    runFrames(state, baseSettings(), true, state.range(0) != 0);
 }
 
 // The reference frame with every pass finished and timed on its own.
@@ -237,14 +242,14 @@ void BM_SceneRender_PassBreakdown(benchmark::State &state)
 {
     SceneRenderSettings settings = baseSettings();
     settings.measurePasses = true;
-    runFrames(state, settings, false);
+    runFrames(state, settings, false, state.range(0) != 0);
 }
 
-BENCHMARK(BM_SceneRender_PassBreakdown)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(2.0);
-BENCHMARK(BM_SceneRender_ProjectionHeatmap)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(2.0);
+BENCHMARK(BM_SceneRender_PassBreakdown)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(2.0);
+BENCHMARK(BM_SceneRender_ProjectionHeatmap)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(2.0);
 BENCHMARK(BM_SceneRender_ProjectionNoHeatmap)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(2.0);
 BENCHMARK(BM_SceneRender_ProjectionOff)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(2.0);
-BENCHMARK(BM_SceneRender_DraggingProjector)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(2.0);
+BENCHMARK(BM_SceneRender_DraggingProjector)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(2.0);
 
 } // namespace
 

@@ -200,7 +200,8 @@ void SceneFootprintPass::drawMap(SceneFrame &frame, int p, FootprintTarget &targ
         ++next;
         frame.common.setProjectionConstants(projectionConstantsFor(frame, p, QMatrix4x4(), item.world, QMatrix4x4(),
                                                                    false, result.rangeMin, result.rangeMax));
-        frame.common.drawTriangles(*item.mesh);
+        const QMatrix4x4 lensMvp = result.source.lens * item.world;
+        frame.common.drawTriangles(*item.mesh, {nullptr, &lensMvp});
     }
     target.holds = p;
 }
@@ -313,10 +314,11 @@ void SceneFootprintPass::drawHeatmaps(SceneFrame &frame)
         for (const SceneFrameItem &item : frame.items) {
             if (!item.surface)
                 continue;
-            frame.common.setProjectionConstants(projectionConstantsFor(frame, p, frame.viewProjection * item.world,
-                                                                       item.world, QMatrix4x4(), false,
-                                                                       result.rangeMin, result.rangeMax));
-            frame.common.drawTriangles(*item.mesh);
+            const QMatrix4x4 mvp = frame.viewProjection * item.world;
+            const QMatrix4x4 lensMvp = result.source.lens * item.world;
+            frame.common.setProjectionConstants(
+                projectionConstantsFor(frame, p, mvp, item.world, QMatrix4x4(), false, result.rangeMin, result.rangeMax));
+            frame.common.drawTriangles(*item.mesh, {&mvp, &lensMvp});
         }
         ++frame.stats.heatmapsDrawn;
     }

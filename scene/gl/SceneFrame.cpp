@@ -70,6 +70,44 @@ void SceneGlCommon::drawGenerated(GLenum mode, const std::vector<float> &vertice
     m_f->glBindVertexArray(0);
 }
 
+void SceneGlCommon::drawTriangles(const GpuMesh &mesh)
+{
+    if (!mesh.vao)
+        return;
+    meshes.drawTriangles(mesh);
+    trianglesDrawn += mesh.indexCount / 3;
+}
+
+void SceneGlCommon::drawTriangles(const GpuMesh &mesh, const SceneDrawVolume &volume)
+{
+    if (!mesh.vao)
+        return;
+    if (!cullChunks || mesh.chunks.size() < 2) {
+        drawTriangles(mesh);
+        return;
+    }
+    auto mayShow = [&](const GpuMeshChunk &chunk) {
+        return (!volume.camera || boxMayMeetClipVolume(chunk.bounds, *volume.camera))
+            && (!volume.lens || boxMayMeetClipVolume(chunk.bounds, *volume.lens, false));
+    };
+    // Neighbouring runs that both show are drawn as one.
+    int first = -1, count = 0;
+    for (const GpuMeshChunk &chunk : mesh.chunks) {
+        if (mayShow(chunk)) {
+            if (first < 0)
+                first = chunk.firstIndex;
+            count += chunk.indexCount;
+            continue;
+        }
+        meshes.drawRange(mesh, first, count);
+        trianglesDrawn += count / 3;
+        first = -1;
+        count = 0;
+    }
+    meshes.drawRange(mesh, first, count);
+    trianglesDrawn += count / 3;
+}
+
 void SceneGlCommon::drawFullScreenTriangle()
 {
     m_f->glBindVertexArray(m_emptyVao.id());
@@ -164,7 +202,7 @@ QMatrix4x4 lensClipMatrix(const vg::scene::LensModel &lens)
     return vg::scene::toQMatrix(lens.projectionMatrix(kNear, farPlane)) * vg::scene::toQMatrix(lens.viewMatrix());
 }
 
-bool boxMayMeetClipVolume(const Eigen::AlignedBox3d &local, const QMatrix4x4 &clip)
+bool boxMayMeetClipVolume(const Eigen::AlignedBox3d &local, const QMatrix4x4 &clip, bool nearPlane)
 {
     if (local.isEmpty())
         return false;
@@ -176,7 +214,7 @@ bool boxMayMeetClipVolume(const Eigen::AlignedBox3d &local, const QMatrix4x4 &cl
         outside[1] += c.x() > c.w();
         outside[2] += c.y() < -c.w();
         outside[3] += c.y() > c.w();
-        outside[4] += c.z() < -c.w();
+        outside[4] += nearPlane && c.z() < -c.w();
         outside[5] += c.z() > c.w();
     }
     return std::none_of(std::begin(outside), std::end(outside), [](int n) { return n == 8; });

@@ -17,6 +17,14 @@
 class QOpenGLShaderProgram;
 class ViewCamera;
 
+// What a draw can show, as clip matrices from the mesh's local space: the camera's whole
+// clip volume and, for a lens, the pyramid from its apex to its far plane (light reaches
+// right up to the lens, so no near plane).
+struct SceneDrawVolume {
+    const QMatrix4x4 *camera = nullptr;
+    const QMatrix4x4 *lens = nullptr;
+};
+
 // What every pass shares: the uniform buffers, the vertex arrays for generated geometry and
 // full-screen triangles, the depth-only program, and the mesh and texture caches.
 class SceneGlCommon
@@ -32,7 +40,13 @@ public:
     // Streams position-texcoord-colour vertices and draws them.
     void drawGenerated(GLenum mode, const std::vector<float> &vertices);
     void drawFullScreenTriangle();
-    void drawTriangles(const GpuMesh &mesh) const { meshes.drawTriangles(mesh); }
+    void drawTriangles(const GpuMesh &mesh);
+    // Only the runs of triangles that may meet every volume given; the others cannot reach
+    // a pixel of the draw, so the picture is the same as drawing all.
+    void drawTriangles(const GpuMesh &mesh, const SceneDrawVolume &volume);
+
+    bool cullChunks = true;
+    qint64 trianglesDrawn = 0; // since the frame began
 
     QOpenGLShaderProgram *depthProgram() const { return m_depthProgram.get(); }
 
@@ -95,8 +109,9 @@ ProjectionConstants projectionConstantsFor(const SceneFrame &frame, int p, const
 // World to the lens's clip space (near 0.025, far at the throw distance): the volume a
 // projector lights, as the shadow map sees it.
 QMatrix4x4 lensClipMatrix(const vg::scene::LensModel &lens);
-// False only when the whole box lies outside one plane of the clip volume of `clip`.
-bool boxMayMeetClipVolume(const Eigen::AlignedBox3d &local, const QMatrix4x4 &clip);
+// False only when the whole box lies outside one plane of the clip volume of `clip`
+// (without `nearPlane`, the near plane is not one of them).
+bool boxMayMeetClipVolume(const Eigen::AlignedBox3d &local, const QMatrix4x4 &clip, bool nearPlane = true);
 
 // The screen rectangle a projector can light: its frustum cut down to the box around all
 // target surfaces and to the space in front of the eye (false: nothing of it is in view).

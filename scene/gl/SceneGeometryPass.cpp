@@ -83,8 +83,14 @@ void SceneGeometryPass::draw(SceneFrame &frame)
                     f->glActiveTexture(GL_TEXTURE0);
                 }
             }
-            common.setSceneConstants(frame.viewProjection * item.world, QVector4D(opacity, 0, 0, 0));
-            common.drawTriangles(*item.mesh);
+            const QMatrix4x4 mvp = frame.viewProjection * item.world;
+            common.setSceneConstants(mvp, QVector4D(opacity, 0, 0, 0));
+            // Where a texel may be partly transparent, what shows through depends on the
+            // order of the mesh's own triangles, so those draws keep it.
+            if (program == m_color.get() && !transparentPass)
+                common.drawTriangles(*item.mesh, {&mvp, nullptr});
+            else
+                common.drawTriangles(*item.mesh);
             if (item.surface)
                 ++frame.stats.surfacesDrawn;
         }

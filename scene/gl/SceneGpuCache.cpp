@@ -74,8 +74,80 @@ void GpuMesh::release()
     ebo.reset();
     lineVao.reset();
     lineVbo.reset();
+    groupedVao.reset();
+    groupedEbo.reset();
     indexCount = lineVertexCount = 0;
+    chunks.clear();
 }
+
+namespace {
+
+// Small enough that a projector lighting a quarter of a dome skips most of it, large enough
+// that the runs cost few draw calls.
+constexpr size_t kChunkTriangles = 1024;
+
+// Interleaves the low ten bits of x, y and z: triangles near each other in space get near
+// keys, so runs of the sorted order are compact.
+quint32 mortonKey(quint32 x, quint32 y, quint32 z)
+{
+    auto spread = [](quint32 v) {
+        v &= 0x3ff;
+        v = (v | (v << 16)) & 0x030000ff;
+        v = (v | (v << 8)) & 0x0300f00f;
+        v = (v | (v << 4)) & 0x030c30c3;
+        v = (v | (v << 2)) & 0x09249249;
+        return v;
+    };
+    return spread(x) | (spread(y) << 1) | (spread(z) << 2);
+}
+
+// The mesh's triangles ordered by place and cut into runs with their bounds. The sort is
+// stable, so triangles at the same place (a two-sided face) keep their order.
+std::vector<std::uint32_t> groupedIndices(const SceneMesh &mesh, std::vector<GpuMeshChunk> *chunks)
+{
+    const size_t triangleCount = mesh.indices.size() / 3;
+    Eigen::AlignedBox3d bounds;
+    for (const SceneVertex &v : mesh.vertices)
+        bounds.extend(Eigen::Vector3d(v.px, v.py, v.pz));
+    const Eigen::Vector3d extent =
+        bounds.isEmpty() ? Eigen::Vector3d(Eigen::Vector3d::Ones()) : Eigen::Vector3d(bounds.sizes().cwiseMax(1e-9));
+    auto vertex = [&](size_t index) {
+        const std::uint32_t v = mesh.indices[index];
+        if (v >= mesh.vertices.size())
+            return Eigen::Vector3d(bounds.isEmpty() ? Eigen::Vector3d::Zero() : bounds.min());
+        return Eigen::Vector3d(mesh.vertices[v].px, mesh.vertices[v].py, mesh.vertices[v].pz);
+    };
+    std::vector<std::pair<quint32, quint32>> order(triangleCount);
+    for (size_t t = 0; t < triangleCount; ++t) {
+        const Eigen::Vector3d centre = (vertex(3 * t) + vertex(3 * t + 1) + vertex(3 * t + 2)) / 3.0;
+        const Eigen::Vector3d cell = ((centre - bounds.min()).cwiseQuotient(extent) * 1023.0).cwiseMax(0.0).cwiseMin(1023.0);
+        order[t] = {mortonKey(quint32(cell.x()), quint32(cell.y()), quint32(cell.z())), quint32(t)};
+    }
+    std::stable_sort(order.begin(), order.end(), [](const auto &a, const auto &b) { return a.first < b.first; });
+    std::vector<std::uint32_t> indices;
+    indices.reserve(triangleCount * 3);
+    for (const auto &[key, t] : order) {
+        for (int corner = 0; corner < 3; ++corner)
+            indices.push_back(mesh.indices[3 * t + corner]);
+    }
+    chunks->clear();
+    for (size_t first = 0; first < triangleCount; first += kChunkTriangles) {
+        GpuMeshChunk chunk;
+        chunk.firstIndex = int(3 * first);
+        chunk.indexCount = int(3 * std::min<size_t>(kChunkTriangles, triangleCount - first));
+        for (int i = chunk.firstIndex; i < chunk.firstIndex + chunk.indexCount; ++i)
+            chunk.bounds.extend(vertex(size_t(3 * order[size_t(i / 3)].second + i % 3)));
+        // Widened so that rounding in the single-precision clip test never drops a
+        // triangle that touches the volume.
+        const Eigen::Vector3d margin = Eigen::Vector3d::Constant(1e-4 * chunk.bounds.diagonal().norm() + 1e-6);
+        chunk.bounds.min() -= margin;
+        chunk.bounds.max() += margin;
+        chunks->push_back(chunk);
+    }
+    return indices;
+}
+
+} // namespace
 
 GpuMesh *SceneMeshCache::meshFor(const GuideObject &object, int index, int *uploads)
 {
@@ -116,6 +188,18 @@ GpuMesh *SceneMeshCache::meshFor(const GuideObject &object, int index, int *uplo
                             cpu.indices.data(), GL_STATIC_DRAW);
             f->glBindVertexArray(0);
             mesh.indexCount = int(cpu.indices.size());
+            if (cpu.indices.size() / 3 > 2 * kChunkTriangles) {
+                const std::vector<std::uint32_t> grouped = groupedIndices(cpu, &mesh.chunks);
+                mesh.groupedVao = GlVertexArray::create(f);
+                mesh.groupedEbo = GlBuffer::create(f);
+                f->glBindVertexArray(mesh.groupedVao.id());
+                f->glBindBuffer(GL_ARRAY_BUFFER, mesh.vbo.id());
+                configureSceneVertexLayout(f);
+                f->glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, mesh.groupedEbo.id());
+                f->glBufferData(GL_ELEMENT_ARRAY_BUFFER, GLsizeiptr(grouped.size() * sizeof(std::uint32_t)),
+                                grouped.data(), GL_STATIC_DRAW);
+                f->glBindVertexArray(0);
+            }
         }
         f->glBindBuffer(GL_ARRAY_BUFFER, mesh.vbo.id());
         f->glBufferData(GL_ARRAY_BUFFER, GLsizeiptr(vertices.size() * sizeof(float)), vertices.data(), GL_STATIC_DRAW);
@@ -147,6 +231,16 @@ void SceneMeshCache::drawTriangles(const GpuMesh &mesh) const
         return;
     m_f->glBindVertexArray(mesh.vao.id());
     m_f->glDrawElements(GL_TRIANGLES, mesh.indexCount, GL_UNSIGNED_INT, nullptr);
+    m_f->glBindVertexArray(0);
+}
+
+void SceneMeshCache::drawRange(const GpuMesh &mesh, int first, int count) const
+{
+    if (!mesh.groupedVao || count <= 0)
+        return;
+    m_f->glBindVertexArray(mesh.groupedVao.id());
+    m_f->glDrawElements(GL_TRIANGLES, count, GL_UNSIGNED_INT,
+                        reinterpret_cast<const void *>(std::uintptr_t(first) * sizeof(std::uint32_t)));
     m_f->glBindVertexArray(0);
 }
 

@@ -24,6 +24,15 @@ QColor sceneObjectBaseColor(const GuideObject &object);
 // Kinds drawn as lines only: no shading, no projection onto them.
 bool isLineOnlyKind(int kind);
 
+// A run of a mesh's triangles, grouped by place, and the bounds of their vertices, so that
+// a draw can skip the runs outside what it can show (a 100k-triangle dome is drawn once per
+// projector, each of which lights a part of it).
+struct GpuMeshChunk {
+    int firstIndex = 0;
+    int indexCount = 0;
+    Eigen::AlignedBox3d bounds;
+};
+
 // The GPU copy of one object's mesh: shaded triangles and its wire lines.
 struct GpuMesh {
     GuideObject key; // the object as uploaded, pose cleared
@@ -33,6 +42,11 @@ struct GpuMesh {
     GlVertexArray vao;
     GlBuffer vbo, ebo;
     int indexCount = 0;
+    // The same triangles ordered by place (a second index buffer), split into runs; blended
+    // draws keep the mesh's own order.
+    GlVertexArray groupedVao;
+    GlBuffer groupedEbo;
+    std::vector<GpuMeshChunk> chunks;
     GlVertexArray lineVao;
     GlBuffer lineVbo;
     int lineVertexCount = 0;
@@ -54,6 +68,8 @@ public:
     // The object's mesh, uploaded when new or changed; counts uploads into `uploads`.
     GpuMesh *meshFor(const GuideObject &object, int index, int *uploads);
     void drawTriangles(const GpuMesh &mesh) const;
+    // Draws `count` indices from `first` of the mesh's grouped order.
+    void drawRange(const GpuMesh &mesh, int first, int count) const;
     // Frees the meshes of objects that went away.
     void keepOnly(int objectCount);
     void invalidate(int index);

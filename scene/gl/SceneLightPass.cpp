@@ -102,12 +102,14 @@ void SceneLightPass::draw(SceneFrame &frame, SceneShadowPass &shadows)
         f->glBindTexture(GL_TEXTURE_2D, shadowDepth);
         f->glActiveTexture(GL_TEXTURE0);
         const QMatrix4x4 shadowMvp = shadows.shadowMatrix(p);
+        const QMatrix4x4 lensClip = lensClipMatrix(frame.lenses[p]);
         for (const SceneFrameItem &item : frame.items) {
             if (!item.surface)
                 continue;
-            common.setProjectionConstants(projectionConstantsFor(frame, p, frame.viewProjection * item.world,
-                                                                 item.world, shadowMvp, true, 0.0, 0.0));
-            common.drawTriangles(*item.mesh);
+            const QMatrix4x4 mvp = frame.viewProjection * item.world;
+            const QMatrix4x4 lensMvp = lensClip * item.world;
+            common.setProjectionConstants(projectionConstantsFor(frame, p, mvp, item.world, shadowMvp, true, 0.0, 0.0));
+            common.drawTriangles(*item.mesh, {&mvp, &lensMvp});
         }
         ++frame.stats.projectorsProjected;
     }

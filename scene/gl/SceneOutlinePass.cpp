@@ -78,8 +78,9 @@ void SceneOutlinePass::draw(SceneFrame &frame)
         for (const SceneFrameItem &item : frame.items) {
             if (!selected.contains(item.index) || item.mesh->indexCount == 0)
                 continue;
-            frame.common.setSceneConstants(frame.viewProjection * item.world, QVector4D(1, 0, 0, 0));
-            frame.common.drawTriangles(*item.mesh);
+            const QMatrix4x4 mvp = frame.viewProjection * item.world;
+            frame.common.setSceneConstants(mvp, QVector4D(1, 0, 0, 0));
+            frame.common.drawTriangles(*item.mesh, {&mvp, nullptr});
         }
     }
     f->glDepthMask(GL_TRUE);

@@ -50,6 +50,7 @@ struct SceneRenderer::Private {
     bool caching = true;
     int residentShadowMaps = 8;
     int residentFootprintMaps = 8;
+    bool chunkCulling = true;
 
     bool ensureFrameTargets(const QSize &size);
     void releaseFrameTargets();
@@ -210,6 +211,11 @@ void SceneRenderer::setResidentFootprintMapLimit(int maps)
     d->residentFootprintMaps = std::max(0, maps);
 }
 
+void SceneRenderer::setChunkCullingEnabled(bool on)
+{
+    d->chunkCulling = on;
+}
+
 void SceneRenderer::invalidateObject(int index)
 {
     if (!d->initialized)
@@ -362,6 +368,8 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
     SceneFrame frame{objects, camera, settings, size, camera.viewProjection(size), stats, *common, sceneFbo.id()};
     collectItems(frame);
     common->bindUniformBuffers();
+    common->cullChunks = chunkCulling;
+    common->trianglesDrawn = 0;
 
     Passes &pass = *passes;
     pass.shadows.setCaching(caching);
@@ -384,6 +392,7 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
 
     stats.shadowMapsResident = pass.shadows.residentCount();
     stats.footprintMapsResident = pass.footprint.residentCount();
+    stats.trianglesDrawn = common->trianglesDrawn;
     present(frame, targetFramebuffer);
     common->textures.prune();
 }

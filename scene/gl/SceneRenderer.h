@@ -61,6 +61,7 @@ struct SceneFrameStats {
     int meshUploads = 0;
     int shadowMapsResident = 0; // depth maps kept between frames
     int footprintMapsResident = 0; // footprint maps kept between frames
+    qint64 trianglesDrawn = 0;     // over every pass
     // Milliseconds per pass, filled when SceneRenderSettings::measurePasses is on.
     double geometryMs = 0, shadowMapMs = 0, accumulationMs = 0, compositeMs = 0, footprintMetricMs = 0,
            heatmapMs = 0, linesMs = 0, outlineMs = 0, labelsMs = 0;
@@ -105,6 +106,9 @@ public:
     void setResidentShadowMapLimit(int maps);
     // Likewise for the footprint maps (one float per projector pixel each).
     void setResidentFootprintMapLimit(int maps);
+    // Draws skip the runs of a mesh's triangles outside what they can show (on by default;
+    // the picture is the same either way).
+    void setChunkCullingEnabled(bool on);
 
     // Draws the frame into `targetFramebuffer` (0: the default framebuffer) of `size` device
     // pixels, replacing its contents.

@@ -60,8 +60,10 @@ void SceneShadowPass::drawMap(SceneFrame &frame, int projector, ShadowMap &map, 
         if (item.index != casters[next].index)
             continue;
         ++next;
-        frame.common.setSceneConstants(map.matrix * item.world, QVector4D(1, 0, 0, 0));
-        frame.common.drawTriangles(*item.mesh);
+        // The map's own clip volume: what lies outside it draws nothing into the map.
+        const QMatrix4x4 mvp = map.matrix * item.world;
+        frame.common.setSceneConstants(mvp, QVector4D(1, 0, 0, 0));
+        frame.common.drawTriangles(*item.mesh, {&mvp, nullptr});
     }
     map.casters = casters;
     map.valid = true;

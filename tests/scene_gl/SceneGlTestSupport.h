@@ -42,6 +42,8 @@ inline OffscreenSceneRenderer &sharedRenderer()
     renderer->renderer().setGuideImages({});
     renderer->renderer().setCachingEnabled(true);
     renderer->renderer().setResidentShadowMapLimit(8);
+    renderer->renderer().setResidentFootprintMapLimit(8);
+    renderer->renderer().setChunkCullingEnabled(true);
     return *renderer;
 }
 
