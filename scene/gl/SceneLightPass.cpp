@@ -33,7 +33,8 @@ bool SceneLightPass::resize(QOpenGLExtraFunctions *f, const QSize &size, GLuint 
 {
     releaseTargets();
     m_light = makeGlTexture(f, GL_RGBA16F, GL_RGBA, GL_FLOAT, size, GL_NEAREST);
-    m_coverage = makeGlTexture(f, GL_RGBA16F, GL_RGBA, GL_FLOAT, size, GL_NEAREST);
+    // Only the first channel of coverage is read back; one channel blends at a quarter of the cost.
+    m_coverage = makeGlTexture(f, GL_R16F, GL_RED, GL_FLOAT, size, GL_NEAREST);
     m_fbo = GlFramebuffer::create(f);
     f->glBindFramebuffer(GL_FRAMEBUFFER, m_fbo.id());
     f->glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, m_light.id(), 0);
