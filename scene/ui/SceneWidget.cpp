@@ -655,6 +655,11 @@ bool SceneWidget::isLoading() const
     return m_framePacer->isLoading();
 }
 
+quint64 SceneWidget::framesDrawn() const
+{
+    return m_framePacer->frameSerial();
+}
+
 bool SceneWidget::frameQueued() const
 {
     return m_framePacer->isPending();

@@ -160,6 +160,8 @@ public:
     bool isLoading() const;
     // Whether a repaint is waiting in the frame queue.
     bool frameQueued() const;
+    // Frames drawn since the view was made.
+    quint64 framesDrawn() const;
 
     // Movies, NDI and Spout sources of the objects, kept in step with the scene.
     VideoSourceRegistry *videoSources() const { return m_videoSources; }
