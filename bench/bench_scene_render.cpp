@@ -145,8 +145,9 @@ Fixture &fixture()
     return f;
 }
 
-// Benchmarks with an argument run with the runs of mesh triangles outside a draw's volume
-// skipped (1) or drawn (0, the anchor).
+// Benchmarks with an argument run with the drawing shortcuts that keep the picture (runs of
+// mesh triangles outside a draw's volume skipped, shadow lookups answered by the depth
+// range) on (1) or off (0, the anchor).
 void runFrames(benchmark::State &state, const SceneRenderSettings &settings, bool dragProjector, bool culling = true)
 {
     Fixture &f = fixture();
@@ -155,6 +156,7 @@ void runFrames(benchmark::State &state, const SceneRenderSettings &settings, boo
         return;
     }
     f.renderer->renderer().setChunkCullingEnabled(culling);
+    f.renderer->renderer().setShadowRangeEnabled(culling);
     ViewCamera camera = referenceCamera();
     f.frame(settings, camera); // uploads, shadow and footprint maps
     int n = 0;
@@ -193,6 +195,7 @@ void runFrames(benchmark::State &state, const SceneRenderSettings &settings, boo
     state.counters["footprint_maps"] = stats.footprintMapsRendered;
     state.counters["triangles"] = double(stats.trianglesDrawn);
     f.renderer->renderer().setChunkCullingEnabled(true);
+    f.renderer->renderer().setShadowRangeEnabled(true);
 }
 
 SceneRenderSettings baseSettings()

@@ -157,7 +157,8 @@ ProjectionConstants projectionConstantsFor(const SceneFrame &frame, int p, const
                                       o.projector_flip_v ? 1 : 0);
     c.projectorData4 = SceneGpuVector(o.projector_rotate_180 ? 1 : 0, float(std::max(1, o.projector_resolution_width)),
                                       float(std::max(1, o.projector_resolution_height)), 0);
-    c.shadowData = SceneGpuVector(SceneRenderer::kShadowWorldBias, shadowsOn ? 1.0f : 0.0f,
+    // y: 0 no shadows, 1 the filter alone, 2 the filter after the depth range's answer.
+    c.shadowData = SceneGpuVector(SceneRenderer::kShadowWorldBias, shadowsOn ? (frame.common.shadowRange ? 2.0f : 1.0f) : 0.0f,
                                   float(SceneRenderer::kShadowMapSize), SceneRenderer::kShadowFilterRadius);
     const bool heat = o.projector_pixel_footprint_heatmap_visible || frame.settings.forceHeatmap;
     c.footprintData = SceneGpuVector(heat ? 1 : 0, o.projector_pixel_footprint_grid_visible ? 1 : 0,

@@ -46,6 +46,7 @@ public:
     void drawTriangles(const GpuMesh &mesh, const SceneDrawVolume &volume);
 
     bool cullChunks = true;
+    bool shadowRange = true; // shadow lookups ask the depth range first
     qint64 trianglesDrawn = 0; // since the frame began
 
     QOpenGLShaderProgram *depthProgram() const { return m_depthProgram.get(); }

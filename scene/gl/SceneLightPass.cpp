@@ -14,10 +14,10 @@ bool SceneLightPass::initialize()
 {
     using namespace SceneShaderSources;
     m_projection = buildSceneProgram(QStringLiteral("projection"), projectionVertex(), {}, projectionFragment(),
-                                     {"projectorTexture", "shadowMap"});
+                                     {"projectorTexture", "shadowMap", "shadowRange"});
     m_projectionNv12 = buildSceneProgram(QStringLiteral("projection NV12"), projectionVertex(), {},
                                          withDefines(projectionFragment(), {"PROJECTOR_TEXTURE_NV12"}),
-                                         {"projectorLuma", "projectorChroma", "shadowMap"});
+                                         {"projectorLuma", "projectorChroma", "shadowMap", "shadowRange"});
     return available();
 }
 
@@ -101,6 +101,8 @@ void SceneLightPass::draw(SceneFrame &frame, SceneShadowPass &shadows)
         }
         f->glActiveTexture(GL_TEXTURE0 + shadowUnit);
         f->glBindTexture(GL_TEXTURE_2D, shadowDepth);
+        f->glActiveTexture(GL_TEXTURE0 + shadowUnit + 1);
+        f->glBindTexture(GL_TEXTURE_2D, shadows.rangeTexture(p));
         f->glActiveTexture(GL_TEXTURE0);
         const QMatrix4x4 shadowMvp = shadows.shadowMatrix(p);
         const QMatrix4x4 lensClip = lensClipMatrix(frame.lenses[p]);

@@ -51,6 +51,7 @@ struct SceneRenderer::Private {
     int residentShadowMaps = 8;
     int residentFootprintMaps = 8;
     bool chunkCulling = true;
+    bool shadowRange = true;
 
     bool ensureFrameTargets(const QSize &size);
     void releaseFrameTargets();
@@ -152,7 +153,7 @@ bool SceneRenderer::initialize(QString *error)
     caps.nv12Geometry = d->passes->geometry.nv12Available();
     caps.labels = d->passes->labels.initialize();
     caps.lines = d->passes->lines.initialize();
-    caps.shadowMaps = d->common->depthProgram() != nullptr;
+    caps.shadowMaps = d->common->depthProgram() != nullptr && d->passes->shadows.initialize();
     if (!caps.shadowMaps)
         qWarning("GL projector shadow map pipeline is unavailable");
     const bool lightOk = d->passes->light.initialize();
@@ -214,6 +215,11 @@ void SceneRenderer::setResidentFootprintMapLimit(int maps)
 void SceneRenderer::setChunkCullingEnabled(bool on)
 {
     d->chunkCulling = on;
+}
+
+void SceneRenderer::setShadowRangeEnabled(bool on)
+{
+    d->shadowRange = on;
 }
 
 void SceneRenderer::invalidateObject(int index)
@@ -369,6 +375,7 @@ void SceneRenderer::Private::renderFrame(const QVector<GuideObject> &objects, co
     collectItems(frame);
     common->bindUniformBuffers();
     common->cullChunks = chunkCulling;
+    common->shadowRange = shadowRange;
     common->trianglesDrawn = 0;
 
     Passes &pass = *passes;

@@ -109,6 +109,9 @@ public:
     // Draws skip the runs of a mesh's triangles outside what they can show (on by default;
     // the picture is the same either way).
     void setChunkCullingEnabled(bool on);
+    // Shadow lookups take the answer of a map's depth range where its whole filter
+    // neighbourhood agrees (on by default; the picture is the same either way).
+    void setShadowRangeEnabled(bool on);
 
     // Draws the frame into `targetFramebuffer` (0: the default framebuffer) of `size` device
     // pixels, replacing its contents.

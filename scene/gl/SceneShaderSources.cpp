@@ -316,6 +316,41 @@ in vec3 vWorld;
 layout(location = 0) out vec4 outLight;
 layout(location = 1) out vec4 outCoverage;
 uniform sampler2D shadowMap;
+// Level L holds the least and greatest depth of the map's 2^(L+1)-texel squares.
+uniform sampler2D shadowRange;
+
+// 1 or 0 when every tap of the filter would agree (a whole neighbourhood nearer or farther
+// than the receiver), else -1: most pixels lie in full light or full shadow, and there the
+// range answers with four fetches what the filter answers with twenty-five.
+float shadowRangeAnswer(vec2 st, float receiver, float texel, float radius) {
+    vec2 lo = st + vec2(-2.0) * texel * radius;
+    vec2 hi = st + vec2(2.0) * texel * radius;
+    // Every tap's texel lies in this rectangle (one texel wider for rounding).
+    ivec2 last = ivec2(shadowData.zz) - 1;
+    ivec2 i0 = clamp(ivec2(floor(lo * shadowData.z)) - 1, ivec2(0), last);
+    ivec2 i1 = clamp(ivec2(floor(hi * shadowData.z)) + 1, ivec2(0), last);
+    int span = max(i1.x - i0.x, i1.y - i0.y) + 1;
+    // The level whose squares are at least `span` wide: the rectangle meets two of them at
+    // most in each direction (rounded up, which only takes a coarser level).
+    int level = max(0, int(ceil(log2(float(span)) + 0.001)) - 1);
+    // The range starts at half the map's size and halves down to one texel.
+    if (level > int(log2(shadowData.z) + 0.5) - 1)
+        return -1.0;
+    ivec2 j0 = i0 >> (level + 1);
+    ivec2 j1 = i1 >> (level + 1);
+    vec2 a = texelFetch(shadowRange, ivec2(j0.x, j0.y), level).rg;
+    vec2 b = texelFetch(shadowRange, ivec2(j1.x, j0.y), level).rg;
+    vec2 c = texelFetch(shadowRange, ivec2(j0.x, j1.y), level).rg;
+    vec2 d = texelFetch(shadowRange, ivec2(j1.x, j1.y), level).rg;
+    float nearest = min(min(a.r, b.r), min(c.r, d.r));
+    float farthest = max(max(a.g, b.g), max(c.g, d.g));
+    // Taps off the map count as shadowed, so full light needs all of them on it.
+    if (receiver <= nearest && all(greaterThanEqual(lo, vec2(0.0))) && all(lessThanEqual(hi, vec2(1.0))))
+        return 1.0;
+    if (receiver > farthest)
+        return 0.0;
+    return -1.0;
+}
 
 float shadowVisibility(vec3 world, float depth) {
     if (shadowData.y < 0.5)
@@ -338,6 +373,9 @@ float shadowVisibility(vec3 world, float depth) {
     float receiver = z - bias;
     float radius = max(0.5, shadowData.w);
     float texel = 1.0 / max(1.0, shadowData.z);
+    float agreed = shadowData.y > 1.5 ? shadowRangeAnswer(st, receiver, texel, radius) : -1.0;
+    if (agreed >= 0.0)
+        return agreed;
     float lit = 0.0;
     for (int y = -2; y <= 2; ++y) {
         for (int x = -2; x <= 2; ++x) {
@@ -419,6 +457,29 @@ void main() {
     if (alpha >= 0.995)
         alpha = 1.0;
     fragColor = vec4(color, alpha);
+}
+)"});
+}
+
+QByteArray shadowRangeFragment()
+{
+    return join({kVersion, R"(
+uniform sampler2D source;
+out vec2 range;
+void main() {
+    ivec2 p = ivec2(gl_FragCoord.xy) * 2;
+#ifdef FROM_DEPTH
+    vec4 depths = vec4(texelFetch(source, p, 0).r, texelFetch(source, p + ivec2(1, 0), 0).r,
+                       texelFetch(source, p + ivec2(0, 1), 0).r, texelFetch(source, p + ivec2(1, 1), 0).r);
+    range = vec2(min(min(depths.x, depths.y), min(depths.z, depths.w)),
+                 max(max(depths.x, depths.y), max(depths.z, depths.w)));
+#else
+    vec2 a = texelFetch(source, p, 0).rg;
+    vec2 b = texelFetch(source, p + ivec2(1, 0), 0).rg;
+    vec2 c = texelFetch(source, p + ivec2(0, 1), 0).rg;
+    vec2 d = texelFetch(source, p + ivec2(1, 1), 0).rg;
+    range = vec2(min(min(a.x, b.x), min(c.x, d.x)), max(max(a.y, b.y), max(c.y, d.y)));
+#endif
 }
 )"});
 }

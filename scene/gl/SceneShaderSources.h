@@ -20,6 +20,7 @@ QByteArray projectionVertex();
 QByteArray projectionFragment();        // PROJECTOR_TEXTURE_NV12 for the two-plane variant
 QByteArray fullScreenVertex();
 QByteArray compositeFragment();
+QByteArray shadowRangeFragment();      // FROM_DEPTH: the first level, from the depth map
 QByteArray footprintMetricVertex();
 QByteArray footprintMetricFragment();
 QByteArray heatmapFragment();

@@ -5,9 +5,11 @@
 #include <QMatrix4x4>
 
 #include <map>
+#include <memory>
 #include <set>
 #include <vector>
 
+class QOpenGLShaderProgram;
 struct SceneFrame;
 
 // One depth map per projecting projector, seen from its lens: every surface and every other
@@ -17,12 +19,20 @@ struct SceneFrame;
 class SceneShadowPass
 {
 public:
+    SceneShadowPass();
+    ~SceneShadowPass();
+    // False when the programs of the depth range could not be built.
+    bool initialize();
+
     // Draws the kept maps that are out of date; false when a map could not be made (the
     // frame then goes without projection).
     bool update(SceneFrame &frame);
     // The depth map of a projecting projector, drawn now into the shared map when it is not
     // kept; `drewShared` tells the caller that the GL state was changed.
     GLuint depthTexture(SceneFrame &frame, int projector, bool *drewShared);
+    // The least and greatest depth over squares of the map, a level per square size; of the
+    // map depthTexture() gave last for this projector.
+    GLuint rangeTexture(int projector) const;
     QMatrix4x4 shadowMatrix(int projector) const;
 
     void setResidentLimit(int maps) { m_residentLimit = std::max(0, maps); }
@@ -43,6 +53,8 @@ private:
     struct ShadowMap {
         GlFramebuffer fbo;
         GlTexture depth;
+        GlTexture range;
+        std::vector<GlFramebuffer> rangeLevels;
         QMatrix4x4 matrix;
         std::vector<Caster> casters;
         bool valid = false;
@@ -50,6 +62,10 @@ private:
     bool ensureMap(QOpenGLExtraFunctions *f, ShadowMap &map);
     std::vector<Caster> castersOf(const SceneFrame &frame, int projector) const;
     void drawMap(SceneFrame &frame, int projector, ShadowMap &map, const std::vector<Caster> &casters);
+    bool ensureRange(QOpenGLExtraFunctions *f, ShadowMap &map);
+    void buildRange(SceneFrame &frame, ShadowMap &map);
+
+    std::unique_ptr<QOpenGLShaderProgram> m_rangeFromDepth, m_rangeFromRange;
 
     std::map<int, ShadowMap> m_maps;
     ShadowMap m_shared;

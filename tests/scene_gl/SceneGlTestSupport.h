@@ -44,6 +44,7 @@ inline OffscreenSceneRenderer &sharedRenderer()
     renderer->renderer().setResidentShadowMapLimit(8);
     renderer->renderer().setResidentFootprintMapLimit(8);
     renderer->renderer().setChunkCullingEnabled(true);
+    renderer->renderer().setShadowRangeEnabled(true);
     return *renderer;
 }
 

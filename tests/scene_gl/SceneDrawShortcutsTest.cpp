@@ -140,3 +140,31 @@ TEST(SceneChunkCulling, SkippedRunsGiveTheSamePictureAsDrawingAll)
             lit += all.pixel(x, y) != unlit.pixel(x, y);
     EXPECT_GT(lit, all.width() * all.height() / 4);
 }
+
+// Where a shadow lookup's whole neighbourhood lies nearer or farther than the receiver, the
+// map's depth range answers in place of the filter: the same picture, shadow edges, the
+// darkened border of each map and the ball's own shadow included, seen from two sides.
+TEST(SceneShadowRange, AnswersAsTheFullFilterDoes)
+{
+    OffscreenSceneRenderer &r = sharedRenderer();
+    r.renderer().setTextureSourceResolver(solidProjectorImage(asymmetricImage()));
+    QVector<GuideObject> objects = scene();
+    // A fence of thin bars at a slant: shadow edges at every angle and width.
+    for (int i = 0; i < 12; ++i) {
+        GuideObject bar = makeBox(0.012f + 0.004f * (i % 3), 0.6f, 0.01f, {-1.6f + 0.27f * i, 0.1f * (i % 4), 1.4f + 0.05f * i});
+        bar.rotate_z = 7.0f * i - 40.0f;
+        objects.push_back(bar);
+    }
+    const SceneRenderSettings settings = plainSettings();
+    ViewCamera side = frontCamera(1.6);
+    side.setMode(ViewCameraMode::Perspective);
+    side.setRotation(0.5, 0.25);
+    for (const ViewCamera &camera : {frontCamera(1.0), side}) {
+        r.renderer().setShadowRangeEnabled(false);
+        const QImage filtered = r.render(objects, camera, settings, kView);
+        r.renderer().setShadowRangeEnabled(true);
+        const QImage ranged = r.render(objects, camera, settings, kView);
+        ASSERT_FALSE(filtered.isNull());
+        EXPECT_TRUE(ranged == filtered);
+    }
+}
