@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QImage>
+#include <QImageReader>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -107,17 +108,29 @@ TEST(HostileCli, OutOfMemoryIsARenderFailureNotAnAbort)
 {
     QTemporaryDir dir;
     const QString guide = dir.filePath(QStringLiteral("g.json"));
+    const QString rotated = dir.filePath(QStringLiteral("r.json"));
     writeFileBytes(guide, R"({"pixel_width": 16384, "pixel_height": 8192, "real_width": 16384, "real_height": 8192,
                           "auto_col": false, "col": 4, "row": 4})");
-    // Room for the program and the picture (512 MB), not for its encoding as well.
+    writeFileBytes(rotated, R"({"pixel_width": 16384, "pixel_height": 8192, "real_width": 16384, "real_height": 8192,
+                            "auto_col": false, "col": 4, "row": 4, "rotate": true})");
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
     env.insert(QStringLiteral("MALLOC_ARENA_MAX"), QStringLiteral("2"));
-    const ShellRun run = runShell(QStringLiteral("ulimit -v 1100000; exec \"$CLI\" render-guide %1 -o %2")
-                                      .arg(quoted(guide), quoted(dir.filePath(QStringLiteral("o.png")))), env);
+    const QString line = QStringLiteral("ulimit -v 1100000; exec \"$CLI\" render-guide %1 -o %2");
+
+    // A rotated guide is turned whole: room for the program and the picture (512 MB), not
+    // for its turned copy as well.
+    const ShellRun run = runShell(line.arg(quoted(rotated), quoted(dir.filePath(QStringLiteral("r.png")))), env);
     ASSERT_TRUE(run.finished);
     EXPECT_FALSE(run.crashed) << run.err.toStdString();
     EXPECT_EQ(run.exitCode, 1) << run.err.toStdString();
     EXPECT_TRUE(run.err.startsWith(QStringLiteral("Render failed"))) << run.err.toStdString();
+
+    // Upright, the same guide is painted and encoded band by band and fits easily.
+    const QString png = dir.filePath(QStringLiteral("o.png"));
+    const ShellRun banded = runShell(line.arg(quoted(guide), quoted(png)), env);
+    ASSERT_TRUE(banded.finished);
+    EXPECT_EQ(banded.exitCode, 0) << banded.err.toStdString();
+    EXPECT_EQ(QImageReader(png).size(), QSize(16384, 8192));
 }
 
 TEST(HostileCli, OneHugeLabelStaysWithinMemory)
