@@ -18,6 +18,9 @@ constexpr int kMaxDistance = 32768;
 constexpr int kMinRowMatch = 5;
 constexpr size_t kBlockTokens = size_t(1) << 16;
 constexpr int kEndOfBlock = 256;
+// A token is a literal byte, or kMatchFlag | length << 16 | the slot of its distance.
+constexpr uint32_t kMatchFlag = 0x80000000u;
+constexpr uint32_t kRunSlot = 0, kPixelSlot = 1, kRowSlot = 2;
 
 struct LengthCode {
     uint16_t symbol = 0;
@@ -46,13 +49,7 @@ const std::array<LengthCode, kMaxMatch + 1> &lengthCodes()
     return table;
 }
 
-struct DistanceCode {
-    int code;
-    int extraBits;
-    uint32_t extra;
-};
-
-DistanceCode distanceCode(uint32_t distance)
+ScanlineDeflater::DistanceCode distanceCode(uint32_t distance)
 {
     const uint32_t n = distance - 1;
     if (n < 4)
@@ -229,6 +226,9 @@ ScanlineDeflater::ScanlineDeflater(int rowBytes, int pixelBytes, int maxRows)
     , m_maxRows(std::max(1, maxRows))
 {
     m_buffer.resize(size_t(m_rowBytes) * size_t(m_maxRows + 1) + kRowSlack);
+    m_distances[kRunSlot] = distanceCode(1);
+    m_distances[kPixelSlot] = distanceCode(uint32_t(m_pixelBytes));
+    m_distances[kRowSlot] = distanceCode(uint32_t(std::min(m_rowBytes, kMaxDistance)));
     m_tokens.reserve(kBlockTokens);
 }
 
@@ -247,27 +247,25 @@ void ScanlineDeflater::compressRows(int count)
         const int max = int(std::min<ptrdiff_t>(kMaxMatch, end - p));
         const ptrdiff_t history = p - start;
         int best = 0;
-        uint32_t distance = 0;
-        if (history >= 1) {
+        uint32_t slot = kRunSlot;
+        if (history >= 1)
             best = matchLength(p, p - 1, max);
-            distance = 1;
-        }
         if (best < max && m_pixelBytes > 1 && history >= m_pixelBytes) {
             const int length = matchLength(p, p - m_pixelBytes, max);
             if (length > best) {
                 best = length;
-                distance = uint32_t(m_pixelBytes);
+                slot = kPixelSlot;
             }
         }
         if (best < max && rowMatches && history >= m_rowBytes) {
             const int length = matchLength(p, p - m_rowBytes, max);
             if (length >= kMinRowMatch && length > best) {
                 best = length;
-                distance = uint32_t(m_rowBytes);
+                slot = kRowSlot;
             }
         }
         if (best >= kMinMatch) {
-            addToken(0x80000000u | (uint32_t(best) << 16) | (distance - 1));
+            addToken(kMatchFlag | (uint32_t(best) << 16) | slot);
             p += best;
         } else {
             addToken(*p);
@@ -280,9 +278,9 @@ void ScanlineDeflater::compressRows(int count)
 
 void ScanlineDeflater::addToken(uint32_t token)
 {
-    if (token & 0x80000000u) {
+    if (token & kMatchFlag) {
         ++m_literalCounts[lengthCodes()[(token >> 16) & 0x1ffu].symbol];
-        ++m_distanceCounts[size_t(distanceCode((token & 0xffffu) + 1).code)];
+        ++m_distanceCounts[size_t(m_distances[token & 3u].code)];
     } else {
         ++m_literalCounts[token];
     }
@@ -291,13 +289,19 @@ void ScanlineDeflater::addToken(uint32_t token)
         writeBlock(false);
 }
 
+void ScanlineDeflater::reserveOutput(qsizetype bytes)
+{
+    if (bytes > m_out.size())
+        m_out.resize(bytes);
+}
+
 void ScanlineDeflater::reserve(qsizetype bytes)
 {
     if (m_out.size() < m_outSize + bytes)
         m_out.resize(std::max(m_outSize + bytes, m_out.size() + m_out.size() / 2));
 }
 
-void ScanlineDeflater::putBits(uint32_t bits, int count)
+Q_ALWAYS_INLINE void ScanlineDeflater::putBits(uint32_t bits, int count)
 {
     m_bitBuffer |= uint64_t(bits) << m_bitCount;
     m_bitCount += count;
@@ -371,21 +375,25 @@ void ScanlineDeflater::writeBlock(bool final)
         if (extraBits[c.symbol])
             putBits(c.extra, extraBits[c.symbol]);
     }
+    // Each match distance is one of three: its code and extra bits as one field.
+    uint32_t distanceBits[3];
+    int distanceBitCount[3];
+    for (int slot = 0; slot < 3; ++slot) {
+        const DistanceCode &dc = m_distances[size_t(slot)];
+        distanceBits[slot] = distanceCodes[dc.code] | (dc.extra << distanceLengths[dc.code]);
+        distanceBitCount[slot] = distanceLengths[dc.code] + dc.extraBits;
+    }
     const auto &lengthTable = lengthCodes();
     for (const uint32_t token : m_tokens) {
-        if (!(token & 0x80000000u)) {
+        if (!(token & kMatchFlag)) {
             putBits(literalCodes[token], literalLengths[token]);
             continue;
         }
         const int length = int((token >> 16) & 0x1ffu);
         const LengthCode &lc = lengthTable[size_t(length)];
-        putBits(literalCodes[lc.symbol], literalLengths[lc.symbol]);
-        if (lc.extraBits)
-            putBits(uint32_t(length - lc.base), lc.extraBits);
-        const DistanceCode dc = distanceCode((token & 0xffffu) + 1);
-        putBits(distanceCodes[dc.code], distanceLengths[dc.code]);
-        if (dc.extraBits)
-            putBits(dc.extra, dc.extraBits);
+        putBits(literalCodes[lc.symbol] | (uint32_t(length - lc.base) << literalLengths[lc.symbol]),
+                literalLengths[lc.symbol] + lc.extraBits);
+        putBits(distanceBits[token & 3u], distanceBitCount[token & 3u]);
     }
     putBits(literalCodes[kEndOfBlock], literalLengths[kEndOfBlock]);
 

@@ -32,6 +32,15 @@ public:
     void finish(bool last);
 
     const QByteArray &output() const { return m_out; }
+    // Room for that much output up front; the output grows past it when needed.
+    void reserveOutput(qsizetype bytes);
+
+    // A match distance as written: its code, and the extra bits after it.
+    struct DistanceCode {
+        int code = 0;
+        int extraBits = 0;
+        uint32_t extra = 0;
+    };
 
 private:
     void addToken(uint32_t token);
@@ -48,6 +57,7 @@ private:
     std::vector<uint32_t> m_tokens;
     std::array<uint32_t, 286> m_literalCounts{};
     std::array<uint32_t, 30> m_distanceCounts{};
+    std::array<DistanceCode, 3> m_distances; // of a run, one pixel back, one row back
 
     QByteArray m_out;
     qsizetype m_outSize = 0;
