@@ -74,25 +74,10 @@ QColor lightLineColor(int pattern)
     return QColor(220, 220, 220, pattern == GuidePatternDefault ? 133 : 255);
 }
 
-// Whether anything drawn within `rect` (painter coordinates), or within a line of the
-// painter's font around it, can land on the rows of the painter's device. Texts are laid
-// out before they are clipped, which on a band of a large guide costs more than drawing
-// them, so texts whose box misses the band are left out there; a text that outgrows its
-// box is clipped to it, and the margin covers glyphs reaching past their line.
-bool reachesDevice(const QPainter &p, const QRectF &rect)
-{
-    const QFontMetricsF fm(p.font());
-    const double margin = 2.0 * fm.height();
-    const QRectF mapped = p.transform().mapRect(rect.adjusted(-margin, -margin, margin, margin));
-    return mapped.bottom() >= 0.0 && mapped.top() <= double(p.device()->height());
-}
-
 // White text on a soft shadow so it reads on any cell colour.
 void drawShadowedText(QPainter &p, const QRectF &rect, int flags, const QString &text, double shadow,
                       const QColor &color = Qt::white)
 {
-    if (!reachesDevice(p, rect.united(rect.translated(shadow, shadow))))
-        return;
     p.setPen(QColor(0, 0, 0, 170));
     p.drawText(rect.translated(shadow, shadow), flags, text);
     p.setPen(color);
@@ -112,15 +97,11 @@ void drawLabelBox(QPainter &p, const QPointF &center, const QString &text, const
     const QSizeF size(width + 2 * pad, fm.height() * lines.size() + pad);
     const QRectF box(center.x() - size.width() / 2, center.y() - size.height() / 2, size.width(), size.height());
     p.save();
-    p.setFont(font);
-    if (!reachesDevice(p, box)) {
-        p.restore();
-        return;
-    }
     p.setRenderHint(QPainter::Antialiasing, true);
     p.setPen(Qt::NoPen);
     p.setBrush(boxColor);
     p.drawRoundedRect(box, pad, pad);
+    p.setFont(font);
     p.setPen(textColor);
     p.drawText(box, Qt::AlignCenter, text);
     p.restore();
@@ -642,15 +623,11 @@ double drawBottomBlock(QPainter &p, const Frame &f, double bottom, const QString
     const QRectF box((f.width - bound.width()) / 2 - pad, bottom - bound.height() - 2 * pad, bound.width() + 2 * pad,
                      bound.height() + 2 * pad);
     p.save();
-    p.setFont(font);
-    if (!reachesDevice(p, box)) {
-        p.restore();
-        return box.top();
-    }
     p.setRenderHint(QPainter::Antialiasing, true);
     p.setPen(Qt::NoPen);
     p.setBrush(QColor(0, 0, 0, 160));
     p.drawRoundedRect(box, pad, pad);
+    p.setFont(font);
     p.setPen(textColor);
     p.drawText(box.adjusted(pad, pad, -pad, -pad), Qt::AlignHCenter | Qt::TextWordWrap, lines.join(QLatin1Char('\n')));
     p.restore();
