@@ -6,6 +6,7 @@
 #include <QtEndian>
 #include <gtest/gtest.h>
 
+#include <libdeflate.h>
 #include <zlib.h>
 
 #include <atomic>
@@ -86,9 +87,7 @@ QList<int> evenBands(int height, int rows)
     return heights;
 }
 
-// The image's rows, filtered, as PNG stores them: from the IDAT chunks through the stock
-// zlib inflate, checking the stream's own Adler-32 on the way.
-QByteArray inflatedImageData(const QByteArray &png)
+QByteArray idatStream(const QByteArray &png)
 {
     QByteArray zlibStream;
     qsizetype at = 8;
@@ -98,6 +97,14 @@ QByteArray inflatedImageData(const QByteArray &png)
             zlibStream += png.mid(at + 8, qsizetype(length));
         at += 12 + qsizetype(length);
     }
+    return zlibStream;
+}
+
+// The image's rows, filtered, as PNG stores them: from the IDAT chunks through the stock
+// zlib inflate, checking the stream's own Adler-32 on the way.
+QByteArray inflatedImageData(const QByteArray &png)
+{
+    const QByteArray zlibStream = idatStream(png);
     uLongf size = 64 << 20;
     QByteArray raw(qsizetype(size), Qt::Uninitialized);
     const int result = uncompress(reinterpret_cast<Bytef *>(raw.data()), &size,
@@ -200,4 +207,26 @@ TEST(PngBandEncoding, EveryBandIsPaintedOnce)
     ASSERT_FALSE(encodeOpaquePngInBands(source, 4, nullptr).isEmpty());
     for (const std::atomic<int> &c : calls)
         EXPECT_EQ(c.load(), 1);
+}
+
+TEST(PngBandEncoding, StreamReadsWithASecondIndependentInflater)
+{
+    // libdeflate's inflater is written apart from zlib's and refuses incomplete codes and
+    // a wrong Adler-32: both must read the joined bands to the same rows.
+    const QImage image = picture(3001, 97, 17);
+    const QByteArray png = encodeOpaquePngInBands(bandsOf(image, evenBands(97, 13)), 4, nullptr);
+    ASSERT_FALSE(png.isEmpty());
+    const QByteArray stream = idatStream(png);
+    const QByteArray byZlib = inflatedImageData(png);
+    QByteArray byLibdeflate(byZlib.size(), Qt::Uninitialized);
+    libdeflate_decompressor *inflater = libdeflate_alloc_decompressor();
+    ASSERT_NE(inflater, nullptr);
+    size_t produced = 0;
+    const libdeflate_result result = libdeflate_zlib_decompress(inflater, stream.constData(), size_t(stream.size()),
+                                                                byLibdeflate.data(), size_t(byLibdeflate.size()), &produced);
+    libdeflate_free_decompressor(inflater);
+    EXPECT_EQ(result, LIBDEFLATE_SUCCESS);
+    EXPECT_EQ(produced, size_t(byZlib.size()));
+    EXPECT_TRUE(byLibdeflate == byZlib);
+    EXPECT_EQ(byZlib.size(), qsizetype(97) * (3001 * 3 + 1));
 }
