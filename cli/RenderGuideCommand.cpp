@@ -3,7 +3,7 @@
 #include "common/AtomicFileWrite.h"
 #include "common/SettingsContainer.h"
 #include "guide/GuideRenderer.h"
-#include "guide/PngWriter.h"
+#include "guide/GuidePngExport.h"
 #include "guide/ProjectorLayout.h"
 
 #include "project/ProjectFile.h"
@@ -98,24 +98,19 @@ int runRenderGuide(const QStringList &args, CliContext &ctx)
         ctx.err << "Load failed: " << error << Qt::endl;
         return CliFailure;
     }
-    const QImage image = renderGuideImage(settings);
-    if (image.isNull()) {
-        ctx.err << "Render failed: the guide image of " << settings.pixelWidth << "x" << settings.pixelHeight
-                << " px could not be allocated." << Qt::endl;
-        return CliFailure;
-    }
     const QString out = parsed.value(QStringLiteral("-o"));
-    const QByteArray png = encodePng(image);
+    const QSize size = renderedGuideSize(settings);
+    const QByteArray png = encodeGuidePng(settings);
     if (png.isEmpty()) {
-        ctx.err << "Render failed: there is not enough memory to encode the guide image of " << image.width() << "x"
-                << image.height() << " px." << Qt::endl;
+        ctx.err << "Render failed: there is not enough memory to render and encode the guide image of "
+                << size.width() << "x" << size.height() << " px." << Qt::endl;
         return CliFailure;
     }
     if (!vg::writeFileReplacing(out, png, &error)) {
         ctx.err << "Export failed: " << error << Qt::endl;
         return CliFailure;
     }
-    ctx.out << "Wrote " << out << " (" << image.width() << "x" << image.height() << " px)" << Qt::endl;
+    ctx.out << "Wrote " << out << " (" << size.width() << "x" << size.height() << " px)" << Qt::endl;
     return CliOk;
 }
 

@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QThread>
 #include <QtConcurrent/QtConcurrentMap>
+#include <QtConcurrent/QtConcurrentRun>
 #include <QFontMetricsF>
 #include <QLocale>
 #include <QPainter>
@@ -942,29 +943,36 @@ QString guideSizeCaption(const GuideSettings &s)
 
 namespace {
 
-// Paints into horizontal bands of the image on the thread pool, each band its own
-// painter translated by whole pixels. The bands depend on the image height alone, never
+// The bands an image of `height` rows is painted in. They depend on the height alone, never
 // on the thread count, so every machine produces the same bytes (antialiased edges that
 // cross a band boundary may round differently than under one painter).
-void paintInBands(QImage &image, int threads, const std::function<void(QPainter &, const QRect &)> &paint)
+QVector<QRect> paintBands(int width, int height)
 {
-    const int height = image.height();
     const int bandCount = std::clamp(height / 64, 1, 8);
-    uchar *bits = image.bits();
-    const qsizetype bpl = image.bytesPerLine();
     QVector<QRect> bands;
+    bands.reserve(bandCount);
     for (int i = 0; i < bandCount; ++i) {
         const int y0 = int(qint64(height) * i / bandCount);
         const int y1 = int(qint64(height) * (i + 1) / bandCount);
-        bands.append(QRect(0, y0, image.width(), y1 - y0));
+        bands.append(QRect(0, y0, width, y1 - y0));
     }
+    return bands;
+}
+
+// Paints into the bands of the image on the thread pool, each band its own painter
+// translated by whole pixels.
+void paintInBands(QImage &image, int threads, const std::function<void(QPainter &, const QRect &)> &paint)
+{
+    const QVector<QRect> bands = paintBands(image.width(), image.height());
+    uchar *bits = image.bits();
+    const qsizetype bpl = image.bytesPerLine();
     auto run = [&](const QRect &band) {
         QImage sub(bits + band.y() * bpl, image.width(), band.height(), bpl, image.format());
         QPainter p(&sub);
         p.translate(0, -band.y());
         paint(p, band);
     };
-    if (bandCount == 1 || threads <= 1)
+    if (bands.size() == 1 || threads <= 1)
         std::for_each(bands.begin(), bands.end(), run);
     else
         QtConcurrent::blockingMap(bands, run);
@@ -1003,7 +1011,135 @@ QImage rotateClockwise(const QImage &source, int threads)
     return out;
 }
 
+Frame guideFrame(const GuideSettings &s)
+{
+    Frame f;
+    f.width = std::clamp(s.pixelWidth, 1, kMaxSide);
+    f.height = std::clamp(s.pixelHeight, 1, kMaxSide);
+    const double scale = std::isfinite(s.scale) ? std::clamp(s.scale, 0.05, 20.0) : 1.0;
+    f.unit = std::min(f.width, f.height) / 1080.0 * scale;
+    f.fontScale = std::isfinite(s.fontScale) ? std::clamp(s.fontScale, 0.01, 50.0) : 1.0;
+    return f;
+}
+
 } // namespace
+
+// Everything the bands share, prepared once per guide.
+struct GuideBandPainter::Prepared {
+    GuideSettings s;
+    Frame f;
+    CellGrid grid;
+    CenterStack stack;
+    QImage logo;
+    QVector<QImage> layerImages;
+    QStringList explainLines;
+    double explainBottom = 0.0;
+    double explainFont = 1.0;
+    double explainTop = -1.0;
+
+    explicit Prepared(const GuideSettings &settings)
+        : s(settings)
+        , f(guideFrame(settings))
+        , stack(centerStack(f))
+    {
+        // The logo is decoded and scaled on another core while the labels are drawn.
+        QFuture<QImage> logoJob;
+        if (s.displayLogo)
+            logoJob = QtConcurrent::run([this] { return prepareLogo(s, f); });
+        grid = prepareCells(s, f);
+        if (s.displayLogo)
+            logo = logoJob.result();
+        layerImages.resize(s.imageObjects.size());
+        for (int i = 0; i < s.imageObjects.size(); ++i) {
+            const GuideLayerObject &l = s.imageObjects.at(i);
+            if (l.visible && !l.isMask() && !l.filePath.isEmpty())
+                layerImages[i] = QImage(l.filePath);
+        }
+        if (s.displayExplain) {
+            explainLines << guideSizeCaption(s);
+            if (!s.explain.trimmed().isEmpty())
+                explainLines << s.explain;
+        }
+        explainBottom = f.height - std::max(8.0, f.height * 0.03);
+        explainFont = std::max(1.0, std::min(f.width, f.height) * 0.026 * f.fontScale);
+        if (s.displayExplain)
+            explainTop = explainBottom - bottomBlockHeight(f, explainLines, explainFont);
+    }
+
+    // Everything but the projector information, in the guide's own (unrotated) frame.
+    void paintContent(QPainter &p, const QRect &band) const
+    {
+        p.setRenderHint(QPainter::Antialiasing, false);
+        p.setRenderHint(QPainter::TextAntialiasing, true);
+        p.setRenderHint(QPainter::SmoothPixmapTransform, false);
+        if (s.flipH) {
+            p.scale(-1, 1);
+            p.translate(-f.width, 0);
+        }
+        drawCells(p, s, f, grid, band);
+        if (s.displayCrossline)
+            drawCrossLines(p, s, f);
+        if (s.displayCenterline)
+            drawCenterLines(p, s, f);
+        if (s.displayCircle)
+            drawCircles(p, s, f);
+        if (s.displayOutline)
+            drawOutline(p, f);
+        if (s.displayLogo)
+            drawLogo(p, s, f, stack, logo);
+        drawCenterTexts(p, s, f, stack);
+        drawDimensions(p, s, f);
+        if (s.displayExplain)
+            drawBottomBlock(p, f, explainBottom, explainLines, explainFont, Qt::white);
+        drawLayers(p, s, f, layerImages);
+    }
+
+    // The projector information, drawn upright on the image as it hangs (after the turn).
+    void paintProjectorInfo(QPainter &p, int w, int h) const
+    {
+        // Above the description block when both sit at the same bottom edge.
+        const double bottom = explainTop >= 0.0 && !s.rotate ? explainTop - std::max(4.0, h * 0.01)
+                                                             : h - std::max(8.0, h * 0.03);
+        p.setRenderHint(QPainter::TextAntialiasing, true);
+        if (s.flipH) {
+            // Mirrored across the image as it hangs, so it reads from behind the
+            // screen like the rest of a flipped guide, rotated or not.
+            p.scale(-1, 1);
+            p.translate(-w, 0);
+        }
+        drawProjectorInfo(p, s, w, h, f.unit, f.fontScale, bottom);
+    }
+};
+
+QSize renderedGuideSize(const GuideSettings &settings)
+{
+    const Frame f = guideFrame(settings);
+    return settings.rotate ? QSize(f.height, f.width) : QSize(f.width, f.height);
+}
+
+GuideBandPainter::GuideBandPainter(const GuideSettings &settings)
+    : d(std::make_unique<Prepared>(settings))
+    , m_bands(paintBands(d->f.width, d->f.height))
+{
+}
+
+GuideBandPainter::~GuideBandPainter() = default;
+
+void GuideBandPainter::paintBand(int index, QImage &rows) const
+{
+    const QRect band = m_bands.at(index);
+    {
+        QPainter p(&rows);
+        p.translate(0, -band.y());
+        d->paintContent(p, band);
+    }
+    if (d->s.displayProjectorInfo) {
+        // A painter of its own, as when the whole image is painted in two passes.
+        QPainter p(&rows);
+        p.translate(0, -band.y());
+        d->paintProjectorInfo(p, d->f.width, d->f.height);
+    }
+}
 
 QImage renderGuideImage(const GuideSettings &s)
 {
@@ -1031,12 +1167,7 @@ QImage renderGuideImageOrThrow(const GuideSettings &s, int threads)
 {
     if (threads <= 0)
         threads = std::max(1, QThread::idealThreadCount());
-    Frame f;
-    f.width = std::clamp(s.pixelWidth, 1, kMaxSide);
-    f.height = std::clamp(s.pixelHeight, 1, kMaxSide);
-    const double scale = std::isfinite(s.scale) ? std::clamp(s.scale, 0.05, 20.0) : 1.0;
-    f.unit = std::min(f.width, f.height) / 1080.0 * scale;
-    f.fontScale = std::isfinite(s.fontScale) ? std::clamp(s.fontScale, 0.01, 50.0) : 1.0;
+    const Frame f = guideFrame(s);
 
     // Painted premultiplied (the fast path). Opaque cells cover every pixel first, so
     // every pixel ends opaque and the bytes are already those of plain ARGB32.
@@ -1044,53 +1175,8 @@ QImage renderGuideImageOrThrow(const GuideSettings &s, int threads)
     if (image.isNull())
         return {};
 
-    // Everything the bands share is prepared once.
-    const CellGrid grid = prepareCells(s, f);
-    const CenterStack stack = centerStack(f);
-    const QImage logo = s.displayLogo ? prepareLogo(s, f) : QImage();
-    QVector<QImage> layerImages(s.imageObjects.size());
-    for (int i = 0; i < s.imageObjects.size(); ++i) {
-        const GuideLayerObject &l = s.imageObjects.at(i);
-        if (l.visible && !l.isMask() && !l.filePath.isEmpty())
-            layerImages[i] = QImage(l.filePath);
-    }
-    QStringList explainLines;
-    if (s.displayExplain) {
-        explainLines << guideSizeCaption(s);
-        if (!s.explain.trimmed().isEmpty())
-            explainLines << s.explain;
-    }
-    const double explainBottom = f.height - std::max(8.0, f.height * 0.03);
-    const double explainFont = std::max(1.0, std::min(f.width, f.height) * 0.026 * f.fontScale);
-    double explainTop = -1.0;
-    if (s.displayExplain)
-        explainTop = explainBottom - bottomBlockHeight(f, explainLines, explainFont);
-
-    paintInBands(image, threads, [&](QPainter &p, const QRect &band) {
-        p.setRenderHint(QPainter::Antialiasing, false);
-        p.setRenderHint(QPainter::TextAntialiasing, true);
-        p.setRenderHint(QPainter::SmoothPixmapTransform, false);
-        if (s.flipH) {
-            p.scale(-1, 1);
-            p.translate(-f.width, 0);
-        }
-        drawCells(p, s, f, grid, band);
-        if (s.displayCrossline)
-            drawCrossLines(p, s, f);
-        if (s.displayCenterline)
-            drawCenterLines(p, s, f);
-        if (s.displayCircle)
-            drawCircles(p, s, f);
-        if (s.displayOutline)
-            drawOutline(p, f);
-        if (s.displayLogo)
-            drawLogo(p, s, f, stack, logo);
-        drawCenterTexts(p, s, f, stack);
-        drawDimensions(p, s, f);
-        if (s.displayExplain)
-            drawBottomBlock(p, f, explainBottom, explainLines, explainFont, Qt::white);
-        drawLayers(p, s, f, layerImages);
-    });
+    const GuideBandPainter::Prepared prepared(s);
+    paintInBands(image, threads, [&](QPainter &p, const QRect &band) { prepared.paintContent(p, band); });
 
     if (s.rotate) {
         image = rotateClockwise(image, threads);
@@ -1100,19 +1186,7 @@ QImage renderGuideImageOrThrow(const GuideSettings &s, int threads)
 
     if (s.displayProjectorInfo) {
         const int w = image.width(), h = image.height();
-        // Above the description block when both sit at the same bottom edge.
-        const double bottom = explainTop >= 0.0 && !s.rotate ? explainTop - std::max(4.0, h * 0.01)
-                                                             : h - std::max(8.0, h * 0.03);
-        paintInBands(image, threads, [&](QPainter &p, const QRect &) {
-            p.setRenderHint(QPainter::TextAntialiasing, true);
-            if (s.flipH) {
-                // Mirrored across the image as it hangs, so it reads from behind the
-                // screen like the rest of a flipped guide, rotated or not.
-                p.scale(-1, 1);
-                p.translate(-w, 0);
-            }
-            drawProjectorInfo(p, s, w, h, f.unit, f.fontScale, bottom);
-        });
+        paintInBands(image, threads, [&](QPainter &p, const QRect &) { prepared.paintProjectorInfo(p, w, h); });
     }
 
     image.reinterpretAsFormat(QImage::Format_ARGB32);
