@@ -33,7 +33,7 @@ void JsonTree::clear()
     m_nodes.clear();
     m_slots.clear();
     m_open.clear();
-    m_decodedKeys.clear();
+    m_ownedText.clear();
 }
 
 void JsonTree::countChild()
@@ -72,9 +72,11 @@ void JsonTree::addKey(const char *text, qsizetype length, bool escaped)
     node.type = JsonNodeType::Key;
     if (escaped) {
         // Keys are compared as bytes, so an escaped key is kept decoded.
-        m_decodedKeys.push_back(decodeJsonString(text, length, true).toStdString());
-        text = m_decodedKeys.back().data();
-        length = qsizetype(m_decodedKeys.back().size());
+        m_ownedText.push_back(decodeJsonString(text, length, true).toStdString());
+        text = m_ownedText.back().data();
+        length = qsizetype(m_ownedText.back().size());
+    } else if (m_copyText) {
+        text = keep(text, length);
     }
     node.text = text;
     node.length = quint32(length);
@@ -98,11 +100,18 @@ void JsonTree::addString(const char *text, qsizetype length, bool escaped)
     countChild();
     JsonNode node;
     node.type = JsonNodeType::String;
-    node.text = text;
+    node.text = m_copyText ? keep(text, length) : text;
     node.length = quint32(length);
     node.flag = escaped;
     node.end = quint32(m_nodes.size() + 1);
     m_nodes.push_back(node);
+}
+
+const char *JsonTree::keep(const char *text, qsizetype length)
+{
+    // A deque never moves its elements, so the pointer stays valid as the tree grows.
+    m_ownedText.emplace_back(text, size_t(length));
+    return m_ownedText.back().data();
 }
 
 void JsonTree::buildKeyTable(quint32 object)

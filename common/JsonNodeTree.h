@@ -31,6 +31,10 @@ struct JsonNode {
 class JsonTree
 {
 public:
+    // A tree that must stay readable after its source text is gone keeps copies of its
+    // strings and keys instead of pointing into the text.
+    explicit JsonTree(bool copyText = false) : m_copyText(copyText) {}
+
     void clear();
     bool isEmpty() const { return m_nodes.empty(); }
 
@@ -50,11 +54,13 @@ public:
 private:
     void countChild();
     void buildKeyTable(quint32 object);
+    const char *keep(const char *text, qsizetype length);
 
     std::vector<JsonNode> m_nodes;
     std::vector<quint32> m_slots;
     std::vector<quint32> m_open;
-    std::deque<std::string> m_decodedKeys;
+    std::deque<std::string> m_ownedText;  // decoded keys, and copies when m_copyText
+    bool m_copyText = false;
 };
 
 // The text of a raw JSON string (the bytes between the quotes), escapes resolved.

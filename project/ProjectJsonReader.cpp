@@ -4,14 +4,74 @@
 #include "project/CanvasJson.h"
 #include "project/SceneJson.h"
 
+#if defined(Q_OS_LINUX)
+#include <sys/mman.h>
+#include <unistd.h>
+#endif
+
 using namespace vg::json;
 
 namespace {
 
+// Hands the pages of text that has been read back to the system while the rest is read, so
+// that at no time are the whole text and the whole set of records in memory together.
+// Nothing reads the text behind the reading position again: record trees are read before
+// their text is released, and trees kept longer hold copies of their strings.
+class ConsumedText
+{
+public:
+    ConsumedText() = default;
+    ConsumedText(char *begin, qsizetype size)
+    {
+#if defined(Q_OS_LINUX)
+        m_page = quintptr(sysconf(_SC_PAGESIZE));
+        m_released = (quintptr(begin) + m_page - 1) & ~(m_page - 1);
+        m_end = quintptr(begin + size);
+        m_enabled = m_page > 0 && m_released < m_end;
+#else
+        Q_UNUSED(begin);
+        Q_UNUSED(size);
+#endif
+    }
+
+    // Text from here on is needed again later.
+    void keepFrom(const char *position)
+    {
+        if (!m_keep || quintptr(position) < m_keep)
+            m_keep = quintptr(position);
+    }
+
+    void releaseBefore(const char *position)
+    {
+#if defined(Q_OS_LINUX)
+        if (!m_enabled)
+            return;
+        quintptr limit = std::min(quintptr(position), m_end);
+        if (m_keep)
+            limit = std::min(limit, m_keep);
+        limit &= ~(m_page - 1);
+        // In steps of a megabyte or more, so the calls stay few.
+        if (limit < m_released + (quintptr(1) << 20))
+            return;
+        madvise(reinterpret_cast<void *>(m_released), limit - m_released, MADV_DONTNEED);
+        m_released = limit;
+#else
+        Q_UNUSED(position);
+#endif
+    }
+
+private:
+    quintptr m_page = 0;
+    quintptr m_released = 0;
+    quintptr m_end = 0;
+    quintptr m_keep = 0;
+    bool m_enabled = false;
+};
+
 // Streams an array value, handing each object element to `read` as a parsed tree; other
 // elements are checked and skipped. A value that is not an array is checked and skipped.
 template <typename Read>
-bool readObjectArray(JsonPullParser &parser, JsonTree &tree, Read &&read)
+bool readObjectArray(JsonPullParser &parser, ConsumedText &text, JsonTree &tree, Read &&read)
 {
     if (parser.peek() != '[')
         return parser.parseValue(nullptr);
@@ -23,22 +83,23 @@ bool readObjectArray(JsonPullParser &parser, JsonTree &tree, Read &&read)
         if (!parser.parseValue(&tree))
             return false;
         read(JsonObjectRef(&tree, 0));
+        text.releaseBefore(parser.position());
         return true;
     });
 }
 
 // A view's objects are streamed one at a time; its other keys are small and read as a tree.
-bool readView(JsonPullParser &parser, Guide3DViewSettings *view)
+bool readView(JsonPullParser &parser, ConsumedText &text, Guide3DViewSettings *view)
 {
     parser.advance();
-    JsonTree rest;
+    JsonTree rest(true);
     rest.beginContainer(JsonNodeType::Object);
     JsonTree objectTree;
     QVector<GuideObject> objects;
     const bool ok = parser.parseMembers([&](const JsonKeyText &key) {
         if (key.equals("objects")) {
             objects.clear();
-            return readObjectArray(parser, objectTree,
+            return readObjectArray(parser, text, objectTree,
                                    [&](const JsonObjectRef &o) { objects.append(guideObjectFromJson(o)); });
         }
         rest.addKey(key.text, key.length, key.escaped);
@@ -51,7 +112,7 @@ bool readView(JsonPullParser &parser, Guide3DViewSettings *view)
     return true;
 }
 
-bool readViewArray(JsonPullParser &parser, QList<Guide3DViewSettings> *views)
+bool readViewArray(JsonPullParser &parser, ConsumedText &text, QList<Guide3DViewSettings> *views)
 {
     if (parser.peek() != '[')
         return parser.parseValue(nullptr);
@@ -60,7 +121,7 @@ bool readViewArray(JsonPullParser &parser, QList<Guide3DViewSettings> *views)
         if (parser.peek() != '{')
             return parser.parseValue(nullptr);
         Guide3DViewSettings view;
-        if (!readView(parser, &view))
+        if (!readView(parser, text, &view))
             return false;
         views->append(std::move(view));
         return true;
@@ -92,9 +153,7 @@ QString parseFailed(const JsonPullParser &parser)
     return QStringLiteral("JSON parse failed: %1").arg(parser.errorString());
 }
 
-} // namespace
-
-bool readProjectJson(const QByteArray &json, ProjectJsonContent *content, QString *error)
+bool readProjectJsonText(const QByteArray &json, ConsumedText text, ProjectJsonContent *content, QString *error)
 {
     const char *end = json.constData() + json.size();
     JsonPullParser parser(json.constData(), end);
@@ -113,7 +172,7 @@ bool readProjectJson(const QByteArray &json, ProjectJsonContent *content, QStrin
 
     ProjectJsonContent read;
     // Keys other than the record lists are few and small: they are kept as one tree.
-    JsonTree rest;
+    JsonTree rest(true);
     rest.beginContainer(JsonNodeType::Object);
     JsonTree recordTree;
     // The older single view is only read when the file has no view list; until then only
@@ -126,15 +185,17 @@ bool readProjectJson(const QByteArray &json, ProjectJsonContent *content, QStrin
     const bool ok = parser.parseMembers([&](const JsonKeyText &key) {
         if (key.equals("guides")) {
             read.guides.clear();
-            return readObjectArray(parser, recordTree,
+            return readObjectArray(parser, text, recordTree,
                                    [&](const JsonObjectRef &o) { read.guides.append(guideSettingsFromJson(o)); });
         }
         if (key.equals("three_d_views")) {
             read.views.clear();
-            return readViewArray(parser, &read.views);
+            return readViewArray(parser, text, &read.views);
         }
         if (key.equals("three_d_view")) {
             singleView = parser.peek() == '{' ? parser.position() : nullptr;
+            if (singleView)
+                text.keepFrom(singleView);
             return parser.parseValue(nullptr);
         }
         if (key.equals("canvas_tabs") || key.equals("composite_tabs")) {
@@ -143,7 +204,7 @@ bool readProjectJson(const QByteArray &json, ProjectJsonContent *content, QStrin
             target.clear();
             if (current)
                 canvasListIsArray = parser.peek() == '[';
-            return readObjectArray(parser, recordTree,
+            return readObjectArray(parser, text, recordTree,
                                    [&](const JsonObjectRef &o) { target.append(canvasTabFromJson(o)); });
         }
         rest.addKey(key.text, key.length, key.escaped);
@@ -160,7 +221,7 @@ bool readProjectJson(const QByteArray &json, ProjectJsonContent *content, QStrin
         JsonPullParser viewParser(singleView, end);
         viewParser.peek();
         Guide3DViewSettings view;
-        if (readView(viewParser, &view))
+        if (readView(viewParser, text, &view))
             read.views.append(std::move(view));
     }
     read.canvasTabs = canvasListIsArray ? std::move(canvasTabs) : std::move(compositeTabs);
@@ -171,4 +232,19 @@ bool readProjectJson(const QByteArray &json, ProjectJsonContent *content, QStrin
     readTabList(rootObject.value(QLatin1String("tabs")), &read);
     *content = std::move(read);
     return true;
+}
+
+} // namespace
+
+bool readProjectJson(const QByteArray &json, ProjectJsonContent *content, QString *error)
+{
+    return readProjectJsonText(json, ConsumedText(), content, error);
+}
+
+bool readProjectJson(QByteArray &&json, ProjectJsonContent *content, QString *error)
+{
+    QByteArray text = std::move(json);
+    // data() of an unshared array gives its own bytes, never a copy.
+    char *begin = text.isDetached() ? text.data() : nullptr;
+    return readProjectJsonText(text, begin ? ConsumedText(begin, text.size()) : ConsumedText(), content, error);
 }

@@ -20,3 +20,6 @@ struct ProjectJsonContent {
 
 // False with "JSON parse failed: ..." or "JSON root must be an object." in `error`.
 bool readProjectJson(const QByteArray &json, ProjectJsonContent *content, QString *error);
+// The same, taking the text over: the memory of the part already read is given back while
+// the rest is read, so loading a large file needs little more than the text itself.
+bool readProjectJson(QByteArray &&json, ProjectJsonContent *content, QString *error);
