@@ -191,6 +191,10 @@ bool JsonPullParser::parseString(JsonTree *tree, bool isKey, JsonKeyText *key)
         if (c == '"')
             break;
         if (c == '\\') {
+            // The document reader checks the end once at the first escape, as it would at
+            // a closing quote, before it reads the escapes.
+            if (!escaped && m_end - m_pos <= 1)
+                return fail(QJsonParseError::UnterminatedString);
             escaped = true;
             if (++m_pos >= m_end)
                 return fail(QJsonParseError::IllegalEscapeSequence);
