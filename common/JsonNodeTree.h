@@ -37,6 +37,11 @@ public:
 
     void clear();
     bool isEmpty() const { return m_nodes.empty(); }
+    // One record never needs more (the longest list a record holds is a guide's colours,
+    // one per cell: 8 million cells is far beyond any real grid); a tree that would grow
+    // past it is refused rather than allocated.
+    static constexpr size_t kMaxNodes = size_t(1) << 23;
+    bool isFull() const { return m_nodes.size() >= kMaxNodes; }
 
     // Building, in document order; the parser calls these.
     quint32 beginContainer(JsonNodeType type);

@@ -133,6 +133,8 @@ bool JsonPullParser::endDocument()
 
 bool JsonPullParser::parseValue(JsonTree *tree)
 {
+    if (tree && tree->isFull())
+        return fail(QJsonParseError::DocumentTooLarge);
     const char first = *m_pos++;
     switch (first) {
     case 'n':

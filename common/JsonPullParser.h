@@ -7,7 +7,8 @@
 // A JSON parser that walks the text in place: a caller streams the members of an object
 // or the elements of an array and reads each record into a small JsonTree as it comes, so
 // a large file never exists twice in memory. It accepts and refuses exactly what
-// QJsonDocument::fromJson does and reports the same error kinds, nesting included.
+// QJsonDocument::fromJson does and reports the same error kinds, nesting included. A single
+// tree larger than JsonTree::kMaxNodes is refused as "too large document".
 namespace vg::json {
 
 // A member name as written in the text.

@@ -4,6 +4,9 @@
 #include "project/CanvasJson.h"
 #include "project/SceneJson.h"
 
+#include <algorithm>
+#include <new>
+
 #if defined(Q_OS_LINUX)
 #include <sys/mman.h>
 #include <unistd.h>
@@ -153,7 +156,7 @@ QString parseFailed(const JsonPullParser &parser)
     return QStringLiteral("JSON parse failed: %1").arg(parser.errorString());
 }
 
-bool readProjectJsonText(const QByteArray &json, ConsumedText text, ProjectJsonContent *content, QString *error)
+bool readProjectJsonRecords(const QByteArray &json, ConsumedText text, ProjectJsonContent *content, QString *error)
 {
     const char *end = json.constData() + json.size();
     JsonPullParser parser(json.constData(), end);
@@ -232,6 +235,17 @@ bool readProjectJsonText(const QByteArray &json, ConsumedText text, ProjectJsonC
     readTabList(rootObject.value(QLatin1String("tabs")), &read);
     *content = std::move(read);
     return true;
+}
+
+bool readProjectJsonText(const QByteArray &json, ConsumedText text, ProjectJsonContent *content, QString *error)
+{
+    try {
+        return readProjectJsonRecords(json, text, content, error);
+    } catch (const std::bad_alloc &) {
+        if (error)
+            *error = QStringLiteral("There is not enough memory to read the file.");
+        return false;
+    }
 }
 
 } // namespace
