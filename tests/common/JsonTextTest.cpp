@@ -24,19 +24,14 @@ struct Parsed {
 // The whole text through the pull parser into `tree` (the root as node 0).
 Parsed parseWhole(const QByteArray &text, JsonTree *tree)
 {
-    JsonPullParser parser(text.constData(), text.constData() + text.size());
-    const char root = parser.beginDocument();
-    bool ok = root != 0;
-    if (ok) {
-        // The root's bracket is consumed; parse it as a value from one byte back.
-        JsonPullParser whole(text.constData(), text.constData() + text.size());
-        whole.beginDocument();
-        const qsizetype at = whole.offset() - 1;
-        JsonPullParser value(text.constData() + at, text.constData() + text.size());
-        ok = value.parseValue(tree) && value.endDocument();
-        return {ok, ok ? QString() : value.errorString()};
-    }
-    return {false, parser.errorString()};
+    const char *end = text.constData() + text.size();
+    JsonPullParser opening(text.constData(), end);
+    if (!opening.beginDocument())
+        return {false, opening.errorString()};
+    // The opening consumed the root's bracket; the root is parsed as a value from there.
+    JsonPullParser parser(opening.position() - 1, end);
+    const bool ok = parser.parseValue(tree) && parser.endDocument();
+    return {ok, ok ? QString() : parser.errorString()};
 }
 
 Parsed parseWithDocument(const QByteArray &text)
@@ -178,6 +173,7 @@ TEST(JsonPullParser, AcceptsAndRefusesLikeTheDocumentReaderWithTheSameErrorTexts
         "[\"a\\", "[\"a\\\"", "[\"\\n\\", "[\"\\u\"]", "[\"\\u00e9",
         "[\"\xff\"]", "[\"\xc0\xaf\"]", "[\"\xed\xa0\x80\"]", "[\"\xe2\x82\"]", "[\"\xf4\x90\x80\x80\"]",
         "[\"\xf0\x9f\x98\x80\"]", "[\"\xef\xbf\xbe\"]", "[\"tab\there\"]",
+        "[\"\\\xc3\"]", "[\"\\\xc3\xa9\"]",
         "[1.5e]", "[-]", "[.5]", "[01]", "[1.]", "[1e5]", "[-0]", "[1e400]", "[1e-400]",
         "[12345678901234567890]", "[1", "[1.", "[x]", "[+1]", "[0x10]",
         "{} x", "[1]]", "{}\n\t ", "\xef\xbb\xbf{}", "\xef\xbb\xbf", "{\"a\":1}\0",

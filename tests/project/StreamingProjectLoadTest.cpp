@@ -250,4 +250,17 @@ TEST(StreamingProjectLoad, FileLoadGivingBackReadTextKeepsEveryLaterString)
         EXPECT_EQ(fromFile.views[0].vantreo_view_mesh_server_ip, QStringLiteral("10.0.0.9"));
         EXPECT_EQ(fromFile.views[0].camera_views.value(0).name, QStringLiteral("Saved camera"));
     }
+
+    // A fault found after megabytes were given back still reads as the document reader's.
+    const QByteArray cut = sorted.left(sorted.size() * 9 / 10);
+    QFile file(dir.filePath(QStringLiteral("cut.json")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_EQ(file.write(cut), cut.size());
+    file.close();
+    ProjectDocument doc;
+    QString error;
+    QString referenceError;
+    EXPECT_FALSE(loadProjectDocument(file.fileName(), &doc, &error));
+    EXPECT_FALSE(loadProjectThroughDocument(cut, &doc, &referenceError));
+    EXPECT_EQ(error.toStdString(), referenceError.toStdString());
 }
