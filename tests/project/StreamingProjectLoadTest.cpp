@@ -249,6 +249,13 @@ TEST(StreamingProjectLoad, FileLoadGivingBackReadTextKeepsEveryLaterString)
         EXPECT_EQ(fromFile.views[0].title, large.views[0].title);
         EXPECT_EQ(fromFile.views[0].vantreo_view_mesh_server_ip, QStringLiteral("10.0.0.9"));
         EXPECT_EQ(fromFile.views[0].camera_views.value(0).name, QStringLiteral("Saved camera"));
+
+        // Bytes the caller hands in are the caller's: they are read, never given back.
+        const QByteArray own(bytes.constData(), bytes.size());
+        ProjectDocument fromData;
+        ASSERT_TRUE(loadProjectDocumentData(own, &fromData, &error)) << error.toStdString();
+        EXPECT_TRUE(fromData == fromFile);
+        EXPECT_TRUE(own == bytes);
     }
 
     // A fault found after megabytes were given back still reads as the document reader's.
