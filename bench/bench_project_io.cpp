@@ -1,13 +1,21 @@
 // Saving and loading a large project in both forms: the .vgs container and bare JSON.
 // 100 guides with 64 x 40 colour lists, 3 views of 1000 objects, 20 canvas tabs of 50.
+// The load is measured beside Python's json.load of the same text (time, and peak memory
+// growth of a fresh process), and beside the QJsonDocument reader it replaced.
 #include "common/SettingsContainer.h"
 #include "project/ProjectFile.h"
+#include "tests/project/DocumentProjectLoader.h"
 
 #include <benchmark/benchmark.h>
 
+#include <QCoreApplication>
 #include <QFile>
+#include <QProcess>
 #include <QSaveFile>
 #include <QTemporaryDir>
+
+#include <cstdio>
+#include <cstring>
 
 namespace {
 
@@ -168,6 +176,140 @@ void BM_LoadBareJson(benchmark::State &state)
 }
 BENCHMARK(BM_LoadBareJson)->Unit(benchmark::kMillisecond);
 
+// The reader the streaming one replaced: the whole text as a QJsonDocument, then the
+// records from its objects. The anchor of the load figures.
+void BM_LoadBareJsonDocument(benchmark::State &state)
+{
+    const QString path = scratch().filePath(QStringLiteral("load.json"));
+    writeFile(path, projectDocumentToJson(project()));
+    for (auto _ : state) {
+        ProjectDocument doc;
+        QString error;
+        QByteArray bytes;
+        if (!readProjectBytes(path, &bytes, &error) || !loadProjectThroughDocument(bytes, &doc, &error))
+            state.SkipWithError(error.toUtf8().constData());
+        benchmark::DoNotOptimize(doc.guides.size());
+    }
+}
+BENCHMARK(BM_LoadBareJsonDocument)->Unit(benchmark::kMillisecond);
+
+// Printing the same project with QJsonDocument, then the container and the write: what the
+// old save spent after it had built the document (so a lower bound of the old save).
+void BM_SaveContainerDocumentPrint(benchmark::State &state)
+{
+    const QJsonObject root = QJsonDocument::fromJson(projectDocumentToJson(project())).object();
+    const QString path = scratch().filePath(QStringLiteral("document.vgs"));
+    for (auto _ : state) {
+        if (!writeFile(path, vg::encodeSettingsContainer(QJsonDocument(root).toJson(QJsonDocument::Indented))))
+            state.SkipWithError("write failed");
+    }
+    state.counters["file_bytes"] = double(QFile(path).size());
+}
+BENCHMARK(BM_SaveContainerDocumentPrint)->Unit(benchmark::kMillisecond);
+
+const char *const kPythonLoad = R"(
+import json, statistics, sys, time
+def status(key):
+    for line in open('/proc/self/status'):
+        if line.startswith(key):
+            return int(line.split()[1]) * 1024
+path, runs = sys.argv[1], int(sys.argv[2])
+before = status('VmRSS:')
+times = []
+for i in range(runs):
+    start = time.perf_counter()
+    with open(path, 'rb') as f:
+        data = json.load(f)
+    times.append(time.perf_counter() - start)
+    if i == 0:
+        peak = status('VmHWM:') - before
+    del data
+print(statistics.median(times), peak)
+)";
+
+// Python's json.load of the same file, in a fresh interpreter: the median time of a few
+// loads as this benchmark's time, and the peak memory growth of the first load.
+void BM_PythonJsonLoad(benchmark::State &state)
+{
+    const QString path = scratch().filePath(QStringLiteral("load.json"));
+    writeFile(path, projectDocumentToJson(project()));
+    double peak = 0;
+    for (auto _ : state) {
+        QProcess python;
+        python.start(QStringLiteral("/usr/bin/python3"),
+                     {QStringLiteral("-c"), QString::fromLatin1(kPythonLoad), path, QStringLiteral("5")});
+        if (!python.waitForFinished(300000) || python.exitCode() != 0) {
+            state.SkipWithError("python3 failed");
+            return;
+        }
+        const QList<QByteArray> fields = python.readAllStandardOutput().trimmed().split(' ');
+        if (fields.size() != 2) {
+            state.SkipWithError("unexpected python3 output");
+            return;
+        }
+        state.SetIterationTime(fields[0].toDouble());
+        peak = fields[1].toDouble();
+    }
+    state.counters["peak_growth_bytes"] = peak;
+    state.counters["peak_per_json_byte"] = peak / double(QFile(path).size());
+}
+BENCHMARK(BM_PythonJsonLoad)->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
+
+qint64 procStatus(const char *key)
+{
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        return -1;
+    for (const QByteArray &line : status.readAll().split('\n')) {
+        if (line.startsWith(key))
+            return line.mid(qsizetype(std::strlen(key))).trimmed().split(' ').first().toLongLong() * 1024;
+    }
+    return -1;
+}
+
+// The child side of BM_LoadPeakMemory: one load in a fresh process, printing the growth
+// of the peak resident size over the size before the load.
+int measureLoadPeak(const QString &path, bool throughDocument)
+{
+    const qint64 before = procStatus("VmRSS:");
+    ProjectDocument doc;
+    QString error;
+    QByteArray bytes;
+    const bool ok = throughDocument
+        ? readProjectBytes(path, &bytes, &error) && loadProjectThroughDocument(bytes, &doc, &error)
+        : loadProjectDocument(path, &doc, &error);
+    if (!ok)
+        return 1;
+    std::printf("%lld\n", static_cast<long long>(procStatus("VmHWM:") - before));
+    return 0;
+}
+
+// Peak memory growth of one load in a fresh process: 0 the .json file, 1 the .vgs file,
+// 2 the .json file through the QJsonDocument reader (the anchor).
+void BM_LoadPeakMemory(benchmark::State &state)
+{
+    const QString json = scratch().filePath(QStringLiteral("load.json"));
+    writeFile(json, projectDocumentToJson(project()));
+    const QString container = scratch().filePath(QStringLiteral("load.vgs"));
+    QString error;
+    saveProjectDocument(container, project(), &error);
+    const QString path = state.range(0) == 1 ? container : json;
+    double peak = 0;
+    for (auto _ : state) {
+        QProcess child;
+        child.start(QCoreApplication::applicationFilePath(),
+                    {state.range(0) == 2 ? QStringLiteral("--load-peak-document") : QStringLiteral("--load-peak"), path});
+        if (!child.waitForFinished(300000) || child.exitCode() != 0) {
+            state.SkipWithError("load in a child process failed");
+            return;
+        }
+        peak = child.readAllStandardOutput().trimmed().toDouble();
+    }
+    state.counters["peak_growth_bytes"] = peak;
+    state.counters["peak_per_json_byte"] = peak / double(QFile(json).size());
+}
+BENCHMARK(BM_LoadPeakMemory)->DenseRange(0, 2)->Iterations(1)->Unit(benchmark::kMillisecond);
+
 void BM_ContainerEncode(benchmark::State &state)
 {
     const QByteArray json = projectDocumentToJson(project());
@@ -216,4 +358,13 @@ BENCHMARK(BM_ContainerForgedLength)->Unit(benchmark::kMicrosecond);
 
 } // namespace
 
-BENCHMARK_MAIN();
+int main(int argc, char **argv)
+{
+    QCoreApplication app(argc, argv);
+    if (argc == 3 && (std::strcmp(argv[1], "--load-peak") == 0 || std::strcmp(argv[1], "--load-peak-document") == 0))
+        return measureLoadPeak(QString::fromLocal8Bit(argv[2]), std::strcmp(argv[1], "--load-peak-document") == 0);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

@@ -1,5 +1,7 @@
 #include "guide/GuideSettings.h"
 
+#include "common/JsonNodeTree.h"
+#include "common/JsonTextWriter.h"
 #include "common/JsonValueReaders.h"
 
 #include <QJsonArray>
@@ -23,90 +25,99 @@ int clampGuideNumberFormat(int value)
 
 // ---------------------------------------------------------------- layers
 
+namespace {
+
+void writeGuideLayer(JsonTextWriter &w, const GuideLayerObject &layer)
+{
+    w.beginObject();
+    w.field("type", layer.type);
+    w.field("file_path", layer.filePath);
+    w.field("name", layer.name);
+    w.field("center_x", layer.centerX);
+    w.field("center_y", layer.centerY);
+    w.field("width", layer.width);
+    w.field("height", layer.height);
+    w.field("base_width", layer.baseWidth);
+    w.field("base_height", layer.baseHeight);
+    w.field("rotation_degrees", layer.rotationDegrees);
+    w.field("opacity", layer.opacity);
+    w.field("corner_radius", layer.cornerRadius);
+    w.field("mask_shape", layer.maskShape);
+    w.key("fill_color");
+    w.valueWithAlpha(layer.fillColor);
+    w.field("mask_inverse", layer.maskInverse);
+    w.field("mask_wireframe", layer.maskWireframe);
+    w.field("mask_u_lines", layer.maskULines);
+    w.field("mask_v_lines", layer.maskVLines);
+    w.field("mask_wireframe_thickness", layer.maskWireframeThickness);
+    w.field("crop_left", layer.cropLeft);
+    w.field("crop_top", layer.cropTop);
+    w.field("crop_right", layer.cropRight);
+    w.field("crop_bottom", layer.cropBottom);
+    w.field("visible", layer.visible);
+    w.endObject();
+}
+
+template <typename Object>
+GuideLayerObject readGuideLayer(const Object &o)
+{
+    GuideLayerObject l;
+    l.type = readString(o, QLatin1String("type"), l.type);
+    l.filePath = readString(o, QLatin1String("file_path"), l.filePath);
+    l.name = readString(o, QLatin1String("name"), l.name);
+    l.centerX = readDouble(o, QLatin1String("center_x"), l.centerX);
+    l.centerY = readDouble(o, QLatin1String("center_y"), l.centerY);
+    l.width = readDouble(o, QLatin1String("width"), l.width);
+    l.height = readDouble(o, QLatin1String("height"), l.height);
+    l.baseWidth = readDouble(o, QLatin1String("base_width"), l.baseWidth);
+    l.baseHeight = readDouble(o, QLatin1String("base_height"), l.baseHeight);
+    l.rotationDegrees = readDouble(o, QLatin1String("rotation_degrees"), l.rotationDegrees);
+    l.opacity = readDouble(o, QLatin1String("opacity"), l.opacity);
+    l.cornerRadius = readDouble(o, QLatin1String("corner_radius"), l.cornerRadius);
+    const QString shape = readString(o, QLatin1String("mask_shape"), l.maskShape).trimmed();
+    l.maskShape = shape.compare(QLatin1String("circle"), Qt::CaseInsensitive) == 0 ? QStringLiteral("circle")
+                                                                                   : QStringLiteral("rectangle");
+    l.fillColor = readColor(o, QLatin1String("fill_color"), l.fillColor);
+    l.maskInverse = readBool(o, QLatin1String("mask_inverse"), l.maskInverse);
+    l.maskWireframe = readBool(o, QLatin1String("mask_wireframe"), l.maskWireframe);
+    l.maskULines = readInt(o, QLatin1String("mask_u_lines"), l.maskULines);
+    l.maskVLines = readInt(o, QLatin1String("mask_v_lines"), l.maskVLines);
+    l.maskWireframeThickness = readDouble(o, QLatin1String("mask_wireframe_thickness"), l.maskWireframeThickness);
+    l.cropLeft = readDouble(o, QLatin1String("crop_left"), l.cropLeft);
+    l.cropTop = readDouble(o, QLatin1String("crop_top"), l.cropTop);
+    l.cropRight = readDouble(o, QLatin1String("crop_right"), l.cropRight);
+    l.cropBottom = readDouble(o, QLatin1String("crop_bottom"), l.cropBottom);
+    l.visible = readBool(o, QLatin1String("visible"), l.visible);
+    return l;
+}
+
+} // namespace
+
 QJsonObject guideLayerObjectToJson(const GuideLayerObject &layer)
 {
-    QJsonObject o;
-    o.insert(QStringLiteral("type"), layer.type);
-    o.insert(QStringLiteral("file_path"), layer.filePath);
-    o.insert(QStringLiteral("name"), layer.name);
-    o.insert(QStringLiteral("center_x"), layer.centerX);
-    o.insert(QStringLiteral("center_y"), layer.centerY);
-    o.insert(QStringLiteral("width"), layer.width);
-    o.insert(QStringLiteral("height"), layer.height);
-    o.insert(QStringLiteral("base_width"), layer.baseWidth);
-    o.insert(QStringLiteral("base_height"), layer.baseHeight);
-    o.insert(QStringLiteral("rotation_degrees"), layer.rotationDegrees);
-    o.insert(QStringLiteral("opacity"), layer.opacity);
-    o.insert(QStringLiteral("corner_radius"), layer.cornerRadius);
-    o.insert(QStringLiteral("mask_shape"), layer.maskShape);
-    o.insert(QStringLiteral("fill_color"), colorNameWithAlpha(layer.fillColor));
-    o.insert(QStringLiteral("mask_inverse"), layer.maskInverse);
-    o.insert(QStringLiteral("mask_wireframe"), layer.maskWireframe);
-    o.insert(QStringLiteral("mask_u_lines"), layer.maskULines);
-    o.insert(QStringLiteral("mask_v_lines"), layer.maskVLines);
-    o.insert(QStringLiteral("mask_wireframe_thickness"), layer.maskWireframeThickness);
-    o.insert(QStringLiteral("crop_left"), layer.cropLeft);
-    o.insert(QStringLiteral("crop_top"), layer.cropTop);
-    o.insert(QStringLiteral("crop_right"), layer.cropRight);
-    o.insert(QStringLiteral("crop_bottom"), layer.cropBottom);
-    o.insert(QStringLiteral("visible"), layer.visible);
-    return o;
+    return jsonObjectFromWriter([&](JsonTextWriter &w) { writeGuideLayer(w, layer); });
 }
 
 GuideLayerObject guideLayerObjectFromJson(const QJsonObject &o)
 {
-    GuideLayerObject l;
-    l.type = readString(o, QStringLiteral("type"), l.type);
-    l.filePath = readString(o, QStringLiteral("file_path"), l.filePath);
-    l.name = readString(o, QStringLiteral("name"), l.name);
-    l.centerX = readDouble(o, QStringLiteral("center_x"), l.centerX);
-    l.centerY = readDouble(o, QStringLiteral("center_y"), l.centerY);
-    l.width = readDouble(o, QStringLiteral("width"), l.width);
-    l.height = readDouble(o, QStringLiteral("height"), l.height);
-    l.baseWidth = readDouble(o, QStringLiteral("base_width"), l.baseWidth);
-    l.baseHeight = readDouble(o, QStringLiteral("base_height"), l.baseHeight);
-    l.rotationDegrees = readDouble(o, QStringLiteral("rotation_degrees"), l.rotationDegrees);
-    l.opacity = readDouble(o, QStringLiteral("opacity"), l.opacity);
-    l.cornerRadius = readDouble(o, QStringLiteral("corner_radius"), l.cornerRadius);
-    const QString shape = readString(o, QStringLiteral("mask_shape"), l.maskShape).trimmed();
-    l.maskShape = shape.compare(QLatin1String("circle"), Qt::CaseInsensitive) == 0 ? QStringLiteral("circle")
-                                                                                   : QStringLiteral("rectangle");
-    l.fillColor = readColor(o, QStringLiteral("fill_color"), l.fillColor);
-    l.maskInverse = readBool(o, QStringLiteral("mask_inverse"), l.maskInverse);
-    l.maskWireframe = readBool(o, QStringLiteral("mask_wireframe"), l.maskWireframe);
-    l.maskULines = readInt(o, QStringLiteral("mask_u_lines"), l.maskULines);
-    l.maskVLines = readInt(o, QStringLiteral("mask_v_lines"), l.maskVLines);
-    l.maskWireframeThickness = readDouble(o, QStringLiteral("mask_wireframe_thickness"), l.maskWireframeThickness);
-    l.cropLeft = readDouble(o, QStringLiteral("crop_left"), l.cropLeft);
-    l.cropTop = readDouble(o, QStringLiteral("crop_top"), l.cropTop);
-    l.cropRight = readDouble(o, QStringLiteral("crop_right"), l.cropRight);
-    l.cropBottom = readDouble(o, QStringLiteral("crop_bottom"), l.cropBottom);
-    l.visible = readBool(o, QStringLiteral("visible"), l.visible);
-    return l;
+    return readGuideLayer(o);
 }
 
 // ---------------------------------------------------------------- guide
 
 namespace {
 
-QJsonArray colorsToJson(const QVector<QColor> &colors)
-{
-    QJsonArray array;
-    for (const QColor &c : colors)
-        array.append(colorName(c));
-    return array;
-}
-
 // Reads "colors" when it is an array; entries that are not colours are skipped.
-void readColors(const QJsonObject &o, QVector<QColor> *colors)
+template <typename Object>
+void readColors(const Object &o, QVector<QColor> *colors)
 {
-    const QJsonValue value = o.value(QStringLiteral("colors"));
+    const auto value = o.value(QLatin1String("colors"));
     if (!value.isArray())
         return;
-    const QJsonArray array = value.toArray();
+    const auto array = value.toArray();
     QVector<QColor> result;
     result.reserve(array.size());
-    for (const QJsonValue &entry : array) {
+    for (const auto &entry : array) {
         const QColor c = toColor(entry, QColor());
         if (c.isValid())
             result.append(c);
@@ -114,25 +125,29 @@ void readColors(const QJsonObject &o, QVector<QColor> *colors)
     *colors = result;
 }
 
-void readBoolKeys(const QJsonObject &o, std::initializer_list<const char *> keys, bool *field)
+template <typename Object>
+void readBoolKeys(const Object &o, std::initializer_list<const char *> keys, bool *field)
 {
     for (const char *key : keys)
         *field = readBool(o, QLatin1String(key), *field);
 }
 
-void readIntKeys(const QJsonObject &o, std::initializer_list<const char *> keys, int *field)
+template <typename Object>
+void readIntKeys(const Object &o, std::initializer_list<const char *> keys, int *field)
 {
     for (const char *key : keys)
         *field = readInt(o, QLatin1String(key), *field);
 }
 
-void readDoubleKeys(const QJsonObject &o, std::initializer_list<const char *> keys, double *field)
+template <typename Object>
+void readDoubleKeys(const Object &o, std::initializer_list<const char *> keys, double *field)
 {
     for (const char *key : keys)
         *field = readDouble(o, QLatin1String(key), *field);
 }
 
-void readStringKeys(const QJsonObject &o, std::initializer_list<const char *> keys, QString *field)
+template <typename Object>
+void readStringKeys(const Object &o, std::initializer_list<const char *> keys, QString *field)
 {
     for (const char *key : keys)
         *field = readString(o, QLatin1String(key), *field);
@@ -140,7 +155,8 @@ void readStringKeys(const QJsonObject &o, std::initializer_list<const char *> ke
 
 // Keys shared by the full guide object and the style subset. Older keys come first in
 // each list so that the current key wins when both are present.
-void readStyleKeys(const QJsonObject &o, GuideSettings *s)
+template <typename Object>
+void readStyleKeys(const Object &o, GuideSettings *s)
 {
     readIntKeys(o, {"guide_pattern"}, &s->guidePattern);
     readIntKeys(o, {"number_text_format"}, &s->numberTextFormat);
@@ -171,89 +187,43 @@ void readStyleKeys(const QJsonObject &o, GuideSettings *s)
     readColors(o, &s->colors);
 }
 
-void writeStyleKeys(const GuideSettings &s, QJsonObject *o)
+void writeStyleKeys(JsonTextWriter &w, const GuideSettings &s)
 {
-    o->insert(QStringLiteral("guide_pattern"), clampGuidePattern(s.guidePattern));
-    o->insert(QStringLiteral("number_text_format"), clampGuideNumberFormat(s.numberTextFormat));
-    o->insert(QStringLiteral("font_scale"), s.fontScale);
-    o->insert(QStringLiteral("real_square"), s.realSquare);
-    o->insert(QStringLiteral("real_square_width"), s.realSquareWidth);
-    o->insert(QStringLiteral("inverse_x"), s.inverseX);
-    o->insert(QStringLiteral("inverse_y"), s.inverseY);
-    o->insert(QStringLiteral("display_real"), s.displayReal);
-    o->insert(QStringLiteral("display_resolution"), s.displayResolution);
-    o->insert(QStringLiteral("display_final_resolution_info"), s.displayFinalResolutionInfo);
-    o->insert(QStringLiteral("guide_image_show_width_dimension"), s.showWidthDimension);
-    o->insert(QStringLiteral("guide_image_show_height_dimension"), s.showHeightDimension);
-    o->insert(QStringLiteral("display_outline"), s.displayOutline);
-    o->insert(QStringLiteral("display_explain"), s.displayExplain);
-    o->insert(QStringLiteral("display_square_status"), s.displaySquareStatus);
-    o->insert(QStringLiteral("display_logo"), s.displayLogo);
-    o->insert(QStringLiteral("display_centerline"), s.displayCenterline);
-    o->insert(QStringLiteral("display_crossline"), s.displayCrossline);
-    o->insert(QStringLiteral("display_innerline"), s.displayInnerline);
-    o->insert(QStringLiteral("display_cell_boundary"), s.displayCellBoundary);
-    o->insert(QStringLiteral("display_number"), s.displayNumber);
-    o->insert(QStringLiteral("display_circle"), s.displayCircle);
-    o->insert(QStringLiteral("flip_h"), s.flipH);
-    o->insert(QStringLiteral("rotate"), s.rotate);
-    o->insert(QStringLiteral("logo_path"), s.logoPath);
-    o->insert(QStringLiteral("logo_opacity"), s.logoOpacity);
-    o->insert(QStringLiteral("colors"), colorsToJson(s.colors));
+    w.field("guide_pattern", clampGuidePattern(s.guidePattern));
+    w.field("number_text_format", clampGuideNumberFormat(s.numberTextFormat));
+    w.field("font_scale", s.fontScale);
+    w.field("real_square", s.realSquare);
+    w.field("real_square_width", s.realSquareWidth);
+    w.field("inverse_x", s.inverseX);
+    w.field("inverse_y", s.inverseY);
+    w.field("display_real", s.displayReal);
+    w.field("display_resolution", s.displayResolution);
+    w.field("display_final_resolution_info", s.displayFinalResolutionInfo);
+    w.field("guide_image_show_width_dimension", s.showWidthDimension);
+    w.field("guide_image_show_height_dimension", s.showHeightDimension);
+    w.field("display_outline", s.displayOutline);
+    w.field("display_explain", s.displayExplain);
+    w.field("display_square_status", s.displaySquareStatus);
+    w.field("display_logo", s.displayLogo);
+    w.field("display_centerline", s.displayCenterline);
+    w.field("display_crossline", s.displayCrossline);
+    w.field("display_innerline", s.displayInnerline);
+    w.field("display_cell_boundary", s.displayCellBoundary);
+    w.field("display_number", s.displayNumber);
+    w.field("display_circle", s.displayCircle);
+    w.field("flip_h", s.flipH);
+    w.field("rotate", s.rotate);
+    w.field("logo_path", s.logoPath);
+    w.field("logo_opacity", s.logoOpacity);
+    w.key("colors");
+    w.beginArray();
+    for (const QColor &c : s.colors)
+        w.value(c);
+    w.endArray();
 }
 
-} // namespace
-
-QJsonObject guideSettingsToJson(const GuideSettings &s)
-{
-    QJsonObject o;
-    writeStyleKeys(s, &o);
-    o.insert(QStringLiteral("real_width"), s.realWidth);
-    o.insert(QStringLiteral("real_height"), s.realHeight);
-    o.insert(QStringLiteral("pixel_width"), s.pixelWidth);
-    o.insert(QStringLiteral("pixel_height"), s.pixelHeight);
-    o.insert(QStringLiteral("col"), s.columns);
-    o.insert(QStringLiteral("row"), s.rows);
-    o.insert(QStringLiteral("projector_count"), s.projectorCount);
-    o.insert(QStringLiteral("projector_count_y"), s.projectorCountY);
-    o.insert(QStringLiteral("projector_width"), s.projectorWidth);
-    o.insert(QStringLiteral("projector_height"), s.projectorHeight);
-
-    o.insert(QStringLiteral("fixed_ratio"), s.fixedRatio);
-    o.insert(QStringLiteral("even_multiple_of_4"), s.evenMultipleOf4);
-    o.insert(QStringLiteral("auto_col"), s.autoColumns);
-    o.insert(QStringLiteral("document_custom_title_enabled"), s.documentCustomTitleEnabled);
-    o.insert(QStringLiteral("document_title_visible"), s.documentTitleVisible);
-    o.insert(QStringLiteral("display_projector_info"), s.displayProjectorInfo);
-    o.insert(QStringLiteral("projector_real_pixel"), s.projectorRealPixel);
-    o.insert(QStringLiteral("projector_auto_placement"), s.projectorAutoPlacement);
-    o.insert(QStringLiteral("projector_auto_layout_enabled"), s.projectorAutoLayoutEnabled);
-    o.insert(QStringLiteral("projector_auto_layout_use_throw_distance"), s.projectorAutoLayoutUseThrowDistance);
-    o.insert(QStringLiteral("projector_floor"), s.projectorFloor);
-    o.insert(QStringLiteral("projector_vertical_projection"), s.projectorVerticalProjection);
-
-    o.insert(QStringLiteral("scale"), s.scale);
-    o.insert(QStringLiteral("zoom"), s.zoom);
-    o.insert(QStringLiteral("projector_scale"), s.projectorScale);
-    o.insert(QStringLiteral("projector_throw_distance"), s.projectorThrowDistance);
-    o.insert(QStringLiteral("projector_throw_ratio"), s.projectorThrowRatio);
-    o.insert(QStringLiteral("projector_auto_layout_overlap"), s.projectorAutoLayoutOverlap);
-    o.insert(QStringLiteral("viewport_offset_x"), s.viewportOffsetX);
-    o.insert(QStringLiteral("viewport_offset_y"), s.viewportOffsetY);
-
-    o.insert(QStringLiteral("document_custom_title"), s.documentCustomTitle);
-    o.insert(QStringLiteral("document_title_background_color"), colorName(s.documentTitleBackgroundColor));
-    o.insert(QStringLiteral("explain"), s.explain);
-    o.insert(QStringLiteral("work_path"), s.workPath);
-
-    QJsonArray layers;
-    for (const GuideLayerObject &layer : s.imageObjects)
-        layers.append(guideLayerObjectToJson(layer));
-    o.insert(QStringLiteral("image_objects"), layers);
-    return o;
-}
-
-void readGuideSettingsJson(const QJsonObject &o, GuideSettings *s)
+template <typename Object>
+void readGuideSettings(const Object &o, GuideSettings *s)
 {
     readIntKeys(o, {"real_width"}, &s->realWidth);
     readIntKeys(o, {"real_height"}, &s->realHeight);
@@ -290,20 +260,82 @@ void readGuideSettingsJson(const QJsonObject &o, GuideSettings *s)
 
     readStringKeys(o, {"document_custom_title"}, &s->documentCustomTitle);
     s->documentTitleBackgroundColor =
-        readColor(o, QStringLiteral("document_title_background_color"), s->documentTitleBackgroundColor);
+        readColor(o, QLatin1String("document_title_background_color"), s->documentTitleBackgroundColor);
     readStringKeys(o, {"explain"}, &s->explain);
     readStringKeys(o, {"workpath", "work_path"}, &s->workPath);
 
     readStyleKeys(o, s);
 
-    const QJsonValue layers = o.value(QStringLiteral("image_objects"));
+    const auto layers = o.value(QLatin1String("image_objects"));
     if (layers.isArray()) {
         s->imageObjects.clear();
-        for (const QJsonValue &entry : layers.toArray()) {
+        for (const auto &entry : layers.toArray()) {
             if (entry.isObject())
-                s->imageObjects.append(guideLayerObjectFromJson(entry.toObject()));
+                s->imageObjects.append(readGuideLayer(entry.toObject()));
         }
     }
+}
+
+} // namespace
+
+void writeGuideSettings(JsonTextWriter &w, const GuideSettings &s)
+{
+    w.beginObject();
+    writeStyleKeys(w, s);
+    w.field("real_width", s.realWidth);
+    w.field("real_height", s.realHeight);
+    w.field("pixel_width", s.pixelWidth);
+    w.field("pixel_height", s.pixelHeight);
+    w.field("col", s.columns);
+    w.field("row", s.rows);
+    w.field("projector_count", s.projectorCount);
+    w.field("projector_count_y", s.projectorCountY);
+    w.field("projector_width", s.projectorWidth);
+    w.field("projector_height", s.projectorHeight);
+
+    w.field("fixed_ratio", s.fixedRatio);
+    w.field("even_multiple_of_4", s.evenMultipleOf4);
+    w.field("auto_col", s.autoColumns);
+    w.field("document_custom_title_enabled", s.documentCustomTitleEnabled);
+    w.field("document_title_visible", s.documentTitleVisible);
+    w.field("display_projector_info", s.displayProjectorInfo);
+    w.field("projector_real_pixel", s.projectorRealPixel);
+    w.field("projector_auto_placement", s.projectorAutoPlacement);
+    w.field("projector_auto_layout_enabled", s.projectorAutoLayoutEnabled);
+    w.field("projector_auto_layout_use_throw_distance", s.projectorAutoLayoutUseThrowDistance);
+    w.field("projector_floor", s.projectorFloor);
+    w.field("projector_vertical_projection", s.projectorVerticalProjection);
+
+    w.field("scale", s.scale);
+    w.field("zoom", s.zoom);
+    w.field("projector_scale", s.projectorScale);
+    w.field("projector_throw_distance", s.projectorThrowDistance);
+    w.field("projector_throw_ratio", s.projectorThrowRatio);
+    w.field("projector_auto_layout_overlap", s.projectorAutoLayoutOverlap);
+    w.field("viewport_offset_x", s.viewportOffsetX);
+    w.field("viewport_offset_y", s.viewportOffsetY);
+
+    w.field("document_custom_title", s.documentCustomTitle);
+    w.field("document_title_background_color", s.documentTitleBackgroundColor);
+    w.field("explain", s.explain);
+    w.field("work_path", s.workPath);
+
+    w.key("image_objects");
+    w.beginArray();
+    for (const GuideLayerObject &layer : s.imageObjects)
+        writeGuideLayer(w, layer);
+    w.endArray();
+    w.endObject();
+}
+
+QJsonObject guideSettingsToJson(const GuideSettings &s)
+{
+    return jsonObjectFromWriter([&](JsonTextWriter &w) { writeGuideSettings(w, s); });
+}
+
+void readGuideSettingsJson(const QJsonObject &o, GuideSettings *s)
+{
+    readGuideSettings(o, s);
 }
 
 void completeGuideSettings(GuideSettings *s)
@@ -321,16 +353,26 @@ void completeGuideSettings(GuideSettings *s)
 GuideSettings guideSettingsFromJson(const QJsonObject &object)
 {
     GuideSettings settings;
-    readGuideSettingsJson(object, &settings);
+    readGuideSettings(object, &settings);
+    completeGuideSettings(&settings);
+    return settings;
+}
+
+GuideSettings guideSettingsFromJson(const vg::json::JsonObjectRef &object)
+{
+    GuideSettings settings;
+    readGuideSettings(object, &settings);
     completeGuideSettings(&settings);
     return settings;
 }
 
 QJsonObject guideStyleToJson(const GuideSettings &settings)
 {
-    QJsonObject o;
-    writeStyleKeys(settings, &o);
-    return o;
+    return jsonObjectFromWriter([&](JsonTextWriter &w) {
+        w.beginObject();
+        writeStyleKeys(w, settings);
+        w.endObject();
+    });
 }
 
 void applyGuideStyleJson(const QJsonObject &style, GuideSettings *settings)

@@ -5,6 +5,11 @@
 #include <QString>
 #include <QVector>
 
+namespace vg::json {
+class JsonTextWriter;
+class JsonObjectRef;
+} // namespace vg::json
+
 // Colour style ("guide_pattern"): "Vantreo" = 0, "Default" = 1.
 enum GuidePattern { GuidePatternVantreo = 0, GuidePatternDefault = 1 };
 
@@ -130,9 +135,12 @@ int clampGuideNumberFormat(int value);
 QJsonObject guideLayerObjectToJson(const GuideLayerObject &layer);
 GuideLayerObject guideLayerObjectFromJson(const QJsonObject &object);
 
+// The writer is the one serialisation; the QJsonObject forms are read back from its text.
+void writeGuideSettings(vg::json::JsonTextWriter &w, const GuideSettings &settings);
 QJsonObject guideSettingsToJson(const GuideSettings &settings);
 // Reads over defaults; absent keys keep the default. Includes completeGuideSettings().
 GuideSettings guideSettingsFromJson(const QJsonObject &object);
+GuideSettings guideSettingsFromJson(const vg::json::JsonObjectRef &object);
 // Reads over the given settings; absent keys keep what is there. No completion.
 void readGuideSettingsJson(const QJsonObject &object, GuideSettings *settings);
 // What every guide read from a file goes through: enumerations folded, overlap and

@@ -11,8 +11,6 @@ namespace {
 
 using namespace vg::json;
 
-using Writer = FieldWriter;
-using Reader = FieldReader;
 
 template <typename Object, typename Visit>
 void visitCommonKeys(Object &o, Visit &&v)
@@ -78,26 +76,11 @@ void visitTabKeys(Tab &t, Visit &&v)
     v("view_pan_y", t.view_pan_y);
 }
 
-} // namespace
-
-QJsonObject canvasObjectToJson(const CanvasObjectSettings &object)
-{
-    QJsonObject json;
-    Writer write{json};
-    if (!object.object_type.isEmpty())
-        write("object_type", object.object_type);
-    visitCommonKeys(object, write);
-    if (object.isTextBox())
-        visitTextBoxKeys(object, write);
-    else if (object.isComment())
-        visitCommentKeys(object, write);
-    return json;
-}
-
-CanvasObjectSettings canvasObjectFromJson(const QJsonObject &json)
+template <typename Object>
+CanvasObjectSettings readCanvasObject(const Object &json)
 {
     CanvasObjectSettings object;
-    Reader read{json};
+    FieldReader read{json};
     read("object_type", object.object_type);
     visitCommonKeys(object, read);
     visitCommentKeys(object, read);
@@ -105,29 +88,74 @@ CanvasObjectSettings canvasObjectFromJson(const QJsonObject &json)
     return object;
 }
 
+template <typename Object>
+CanvasTabSettings readCanvasTab(const Object &json)
+{
+    CanvasTabSettings tab;
+    visitTabKeys(tab, FieldReader{json});
+    tab.transform_mode = std::clamp(readInt(json, QLatin1String("transform_mode"), tab.transform_mode), 0, 3);
+    const auto objects = json.value(QLatin1String("objects"));
+    if (objects.isArray()) {
+        const auto array = objects.toArray();
+        tab.objects.reserve(array.size());
+        for (const auto &element : array) {
+            if (element.isObject())
+                tab.objects.append(readCanvasObject(element.toObject()));
+        }
+    }
+    return tab;
+}
+
+} // namespace
+
+void writeCanvasObject(JsonTextWriter &w, const CanvasObjectSettings &object)
+{
+    w.beginObject();
+    FieldWriter write{w};
+    if (!object.object_type.isEmpty())
+        write("object_type", object.object_type);
+    visitCommonKeys(object, write);
+    if (object.isTextBox())
+        visitTextBoxKeys(object, write);
+    else if (object.isComment())
+        visitCommentKeys(object, write);
+    w.endObject();
+}
+
+void writeCanvasTab(JsonTextWriter &w, const CanvasTabSettings &tab)
+{
+    w.beginObject();
+    visitTabKeys(tab, FieldWriter{w});
+    w.field("transform_mode", std::clamp(tab.transform_mode, 0, 3));
+    w.key("objects");
+    w.beginArray();
+    for (const CanvasObjectSettings &object : tab.objects)
+        writeCanvasObject(w, object);
+    w.endArray();
+    w.endObject();
+}
+
+QJsonObject canvasObjectToJson(const CanvasObjectSettings &object)
+{
+    return jsonObjectFromWriter([&](JsonTextWriter &w) { writeCanvasObject(w, object); });
+}
+
+CanvasObjectSettings canvasObjectFromJson(const QJsonObject &json)
+{
+    return readCanvasObject(json);
+}
+
 QJsonObject canvasTabToJson(const CanvasTabSettings &tab)
 {
-    QJsonObject json;
-    visitTabKeys(tab, Writer{json});
-    json.insert(QLatin1String("transform_mode"), std::clamp(tab.transform_mode, 0, 3));
-    QJsonArray objects;
-    for (const CanvasObjectSettings &object : tab.objects)
-        objects.append(canvasObjectToJson(object));
-    json.insert(QLatin1String("objects"), objects);
-    return json;
+    return jsonObjectFromWriter([&](JsonTextWriter &w) { writeCanvasTab(w, tab); });
 }
 
 CanvasTabSettings canvasTabFromJson(const QJsonObject &json)
 {
-    CanvasTabSettings tab;
-    visitTabKeys(tab, Reader{json});
-    tab.transform_mode = std::clamp(readInt(json, QLatin1String("transform_mode"), tab.transform_mode), 0, 3);
-    const QJsonValue objects = json.value(QLatin1String("objects"));
-    if (objects.isArray()) {
-        for (const QJsonValue &element : objects.toArray()) {
-            if (element.isObject())
-                tab.objects.append(canvasObjectFromJson(element.toObject()));
-        }
-    }
-    return tab;
+    return readCanvasTab(json);
+}
+
+CanvasTabSettings canvasTabFromJson(const vg::json::JsonObjectRef &json)
+{
+    return readCanvasTab(json);
 }

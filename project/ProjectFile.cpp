@@ -2,16 +2,14 @@
 
 #include "common/AtomicFileWrite.h"
 
-#include "common/JsonValueReaders.h"
+#include "common/JsonTextWriter.h"
 #include "common/SettingsContainer.h"
 #include "project/CanvasJson.h"
+#include "project/ProjectJsonReader.h"
 #include "project/SceneJson.h"
 
 #include <QFile>
-#include <QJsonArray>
 #include <QSet>
-#include <QJsonDocument>
-#include <QJsonObject>
 
 #include <algorithm>
 #include <new>
@@ -45,69 +43,82 @@ QByteArray projectToJson(const QList<GuideSettings> &guides, int activeGuide,
                          const QList<CanvasTabSettings> *canvasTabs, const QList<ProjectTabEntry> *tabs,
                          int currentTab)
 {
-    QJsonObject root;
-    int version = 2;
-    root.insert(QLatin1String("format"), QStringLiteral("VantreoGuide"));
-    root.insert(QLatin1String("active_guide"), std::clamp(activeGuide, 0, std::max(int(guides.size()) - 1, 0)));
-
-    QJsonArray guideArray;
-    for (const GuideSettings &guide : guides)
-        guideArray.append(guideSettingsToJson(guide));
-    root.insert(QLatin1String("guides"), guideArray);
-
     const Guide3DViewSettings *singleView = nullptr;
     if (activeView && activeView->present)
         singleView = activeView;
     else if (views && !views->isEmpty() && views->first().present)
         singleView = &views->first();
-    if (singleView) {
-        version = 3;
-        root.insert(QLatin1String("three_d_view"), viewSettingsToJson(*singleView));
-    }
+    const bool anyListedView = views && std::any_of(views->begin(), views->end(),
+                                                    [](const Guide3DViewSettings &v) { return v.present; });
+    const bool anyCanvas = canvasTabs && !canvasTabs->isEmpty();
+    const bool anyTab = tabs && std::any_of(tabs->begin(), tabs->end(), [](const ProjectTabEntry &entry) {
+        return !entry.kind.trimmed().isEmpty() && entry.index >= 0;
+    });
 
-    if (views && !views->isEmpty()) {
-        QJsonArray viewArray;
+    int version = 2;
+    if (singleView)
+        version = 3;
+    if (anyListedView)
+        version = 5;
+    if (anyCanvas)
+        version = std::max(version, 4);
+    if (anyTab)
+        version = std::max(version, 6);
+    if (currentTab >= 0)
+        version = std::max(version, 7);
+
+    JsonTextWriter w(qsizetype(1) << 20);
+    w.beginObject();
+    w.field("format", "VantreoGuide");
+    w.field("version", version);
+    w.field("active_guide", std::clamp(activeGuide, 0, std::max(int(guides.size()) - 1, 0)));
+    if (currentTab >= 0)
+        w.field("current_tab", currentTab);
+
+    w.key("guides");
+    w.beginArray();
+    for (const GuideSettings &guide : guides)
+        writeGuideSettings(w, guide);
+    w.endArray();
+
+    if (anyListedView) {
+        w.key("three_d_views");
+        w.beginArray();
         for (const Guide3DViewSettings &view : *views) {
             if (view.present)
-                viewArray.append(viewSettingsToJson(view));
+                writeViewSettings(w, view);
         }
-        if (!viewArray.isEmpty()) {
-            version = 5;
-            root.insert(QLatin1String("three_d_views"), viewArray);
-        }
+        w.endArray();
+    }
+    // The single view after the list: readers of the list never need to read it.
+    if (singleView) {
+        w.key("three_d_view");
+        writeViewSettings(w, *singleView);
     }
 
-    if (canvasTabs && !canvasTabs->isEmpty()) {
-        QJsonArray canvasArray;
+    if (anyCanvas) {
+        w.key("canvas_tabs");
+        w.beginArray();
         for (const CanvasTabSettings &tab : *canvasTabs)
-            canvasArray.append(canvasTabToJson(tab));
-        root.insert(QLatin1String("canvas_tabs"), canvasArray);
-        version = std::max(version, 4);
+            writeCanvasTab(w, tab);
+        w.endArray();
     }
 
-    if (tabs && !tabs->isEmpty()) {
-        QJsonArray tabArray;
+    if (anyTab) {
+        w.key("tabs");
+        w.beginArray();
         for (const ProjectTabEntry &entry : *tabs) {
             if (entry.kind.trimmed().isEmpty() || entry.index < 0)
                 continue;
-            QJsonObject item;
-            item.insert(QLatin1String("kind"), entry.kind);
-            item.insert(QLatin1String("index"), entry.index);
-            tabArray.append(item);
+            w.beginObject();
+            w.field("kind", entry.kind);
+            w.field("index", entry.index);
+            w.endObject();
         }
-        if (!tabArray.isEmpty()) {
-            version = std::max(version, 6);
-            root.insert(QLatin1String("tabs"), tabArray);
-        }
+        w.endArray();
     }
-
-    if (currentTab >= 0) {
-        version = std::max(version, 7);
-        root.insert(QLatin1String("current_tab"), currentTab);
-    }
-
-    root.insert(QLatin1String("version"), version);
-    return QJsonDocument(root).toJson(QJsonDocument::Indented);
+    w.endObject();
+    return w.take();
 }
 
 bool saveProjectFile(const QString &path, const QList<GuideSettings> &guides, int activeGuide, QString *error,
@@ -120,6 +131,45 @@ bool saveProjectFile(const QString &path, const QList<GuideSettings> &guides, in
     return vg::writeFileReplacing(path, container, error);
 }
 
+namespace {
+
+// Takes the text by value: when no one else shares it, the reader gives back its memory
+// as it goes.
+bool loadProjectJson(QByteArray json, QList<GuideSettings> *guides, int *activeGuide, QString *error,
+                     Guide3DViewSettings *activeView, QList<Guide3DViewSettings> *views,
+                     QList<CanvasTabSettings> *canvasTabs, QList<ProjectTabEntry> *tabs, int *currentTab)
+{
+    ProjectJsonContent content;
+    if (!readProjectJson(std::move(json), &content, error))
+        return false;
+
+    const int guideCount = int(content.guides.size());
+    const int viewCount = int(content.views.size());
+    const int canvasCount = int(content.canvasTabs.size());
+    if (activeGuide)
+        *activeGuide = guideCount > 0 ? std::clamp(content.activeGuide, 0, guideCount - 1) : 0;
+    if (guides)
+        *guides = std::move(content.guides);
+    if (currentTab)
+        *currentTab = content.currentTab;
+    if (activeView)
+        *activeView = content.views.isEmpty() ? Guide3DViewSettings() : content.views.first();
+    if (views)
+        *views = std::move(content.views);
+    if (canvasTabs)
+        *canvasTabs = std::move(content.canvasTabs);
+    if (tabs && content.hasTabList)
+        *tabs = std::move(content.tabs);
+
+    if (guideCount == 0 && viewCount == 0 && canvasCount == 0) {
+        setError(error, noTabsError());
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
 bool loadProjectData(const QByteArray &data, QList<GuideSettings> *guides, int *activeGuide, QString *error,
                      Guide3DViewSettings *activeView, QList<Guide3DViewSettings> *views,
                      QList<CanvasTabSettings> *canvasTabs, QList<ProjectTabEntry> *tabs, int *currentTab)
@@ -130,94 +180,8 @@ bool loadProjectData(const QByteArray &data, QList<GuideSettings> *guides, int *
         setError(error, containerError);
         return false;
     }
-
-    QJsonParseError parseError;
-    const QJsonDocument document = QJsonDocument::fromJson(json, &parseError);
-    if (parseError.error != QJsonParseError::NoError) {
-        setError(error, QStringLiteral("JSON parse failed: %1").arg(parseError.errorString()));
-        return false;
-    }
-    if (!document.isObject()) {
-        setError(error, QStringLiteral("JSON root must be an object."));
-        return false;
-    }
-    const QJsonObject root = document.object();
-
-    QList<GuideSettings> readGuides;
-    const QJsonValue guideValue = root.value(QLatin1String("guides"));
-    if (guideValue.isArray()) {
-        for (const QJsonValue &element : guideValue.toArray()) {
-            if (element.isObject())
-                readGuides.append(guideSettingsFromJson(element.toObject()));
-        }
-    }
-    const int guideCount = int(readGuides.size());
-    if (activeGuide) {
-        *activeGuide = guideCount > 0
-            ? std::clamp(readInt(root, QLatin1String("active_guide"), 0), 0, guideCount - 1)
-            : 0;
-    }
-    if (guides)
-        *guides = std::move(readGuides);
-
-    if (currentTab)
-        *currentTab = readInt(root, QLatin1String("current_tab"), -1);
-
-    QList<Guide3DViewSettings> readViews;
-    const QJsonValue viewArray = root.value(QLatin1String("three_d_views"));
-    if (viewArray.isArray()) {
-        for (const QJsonValue &element : viewArray.toArray()) {
-            if (element.isObject())
-                readViews.append(viewSettingsFromJson(element.toObject()));
-        }
-    }
-    if (readViews.isEmpty()) {
-        const QJsonValue single = root.value(QLatin1String("three_d_view"));
-        if (single.isObject())
-            readViews.append(viewSettingsFromJson(single.toObject()));
-    }
-    const int viewCount = int(readViews.size());
-    if (activeView)
-        *activeView = readViews.isEmpty() ? Guide3DViewSettings() : readViews.first();
-    if (views)
-        *views = std::move(readViews);
-
-    QJsonValue canvasValue = root.value(QLatin1String("canvas_tabs"));
-    if (!canvasValue.isArray())
-        canvasValue = root.value(QLatin1String("composite_tabs"));
-    QList<CanvasTabSettings> readCanvasTabs;
-    if (canvasValue.isArray()) {
-        for (const QJsonValue &element : canvasValue.toArray()) {
-            if (element.isObject())
-                readCanvasTabs.append(canvasTabFromJson(element.toObject()));
-        }
-    }
-    const int canvasCount = int(readCanvasTabs.size());
-    if (canvasTabs)
-        *canvasTabs = std::move(readCanvasTabs);
-
-    const QJsonValue tabValue = root.value(QLatin1String("tabs"));
-    if (tabs && tabValue.isArray()) {
-        tabs->clear();
-        for (const QJsonValue &element : tabValue.toArray()) {
-            if (!element.isObject())
-                continue;
-            const QJsonObject item = element.toObject();
-            ProjectTabEntry entry;
-            entry.kind = readString(item, QLatin1String("kind")).trimmed();
-            if (entry.kind.compare(QLatin1String("composite"), Qt::CaseInsensitive) == 0)
-                entry.kind = QString::fromLatin1(kCanvasTabRecord);
-            entry.index = readInt(item, QLatin1String("index"), -1);
-            if (!entry.kind.isEmpty() && entry.index >= 0)
-                tabs->append(entry);
-        }
-    }
-
-    if (guideCount == 0 && viewCount == 0 && canvasCount == 0) {
-        setError(error, noTabsError());
-        return false;
-    }
-    return true;
+    return loadProjectJson(std::move(json), guides, activeGuide, error, activeView, views, canvasTabs, tabs,
+                           currentTab);
 }
 
 bool readProjectBytes(const QString &path, QByteArray *data, QString *error)
@@ -234,9 +198,21 @@ bool readProjectBytes(const QString &path, QByteArray *data, QString *error)
         setError(error, tooLargeError());
         return false;
     }
-    // In pieces, so the memory taken follows what the file holds, not the limit.
+    // In pieces, so the memory taken follows what the file holds, not the limit. A regular
+    // file's size is known: its bytes go straight into a buffer of that size.
     data->clear();
     try {
+        if (!file.isSequential() && file.size() > 0) {
+            data->resize(file.size());
+            qint64 done = 0;
+            while (done < data->size()) {
+                const qint64 got = file.read(data->data() + done, data->size() - done);
+                if (got <= 0)
+                    break;
+                done += got;
+            }
+            data->truncate(done);
+        }
         QByteArray chunk;
         while (!(chunk = file.read(qint64(1) << 20)).isEmpty()) {
             if (data->size() + chunk.size() > limit) {
@@ -262,10 +238,20 @@ bool loadProjectFile(const QString &path, QList<GuideSettings> *guides, int *act
                      Guide3DViewSettings *activeView, QList<Guide3DViewSettings> *views,
                      QList<CanvasTabSettings> *canvasTabs, QList<ProjectTabEntry> *tabs, int *currentTab)
 {
-    QByteArray data;
-    if (!readProjectBytes(path, &data, error))
-        return false;
-    return loadProjectData(data, guides, activeGuide, error, activeView, views, canvasTabs, tabs, currentTab);
+    QByteArray json;
+    {
+        QByteArray data;
+        if (!readProjectBytes(path, &data, error))
+            return false;
+        QString containerError;
+        if (!vg::decodeSettingsContainer(data, &json, &containerError)) {
+            setError(error, containerError);
+            return false;
+        }
+        // The compressed bytes are not needed while the text is read.
+    }
+    return loadProjectJson(std::move(json), guides, activeGuide, error, activeView, views, canvasTabs, tabs,
+                           currentTab);
 }
 
 QByteArray projectDocumentToJson(const ProjectDocument &doc)

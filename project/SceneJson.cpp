@@ -4,6 +4,7 @@
 #include "scene/GuideArraySlices.h"
 
 #include <QJsonArray>
+#include <QJsonDocument>
 
 #include <algorithm>
 #include <cmath>
@@ -12,8 +13,6 @@ namespace {
 
 using namespace vg::json;
 
-using Writer = FieldWriter;
-using Reader = FieldReader;
 
 template <typename Object, typename Visit>
 void visitGuideObjectBeforeLens(Object &o, Visit &&v)
@@ -240,113 +239,45 @@ void visitViewPlainKeys(View &view, Visit &&v)
     v("vantreo_view_mesh_warp", view.vantreo_view_mesh_warp);
 }
 
-QJsonArray objectsToJson(const QVector<GuideObject> &objects)
+void writeMediaServerSettings(JsonTextWriter &w, const MediaServerSettings &settings)
 {
-    QJsonArray array;
-    for (const GuideObject &object : objects)
-        array.append(guideObjectToJson(object));
-    return array;
+    w.beginObject();
+    visitMediaServerSettings(settings, FieldWriter{w});
+    w.endObject();
 }
 
-// Non-object elements are skipped, never fatal.
-QVector<GuideObject> objectsFromJson(const QJsonValue &value)
+void writeCalibrationSettings(JsonTextWriter &w, const GuideProjectorCalibrationSettings &settings)
 {
-    QVector<GuideObject> objects;
-    if (!value.isArray())
-        return objects;
-    const QJsonArray array = value.toArray();
-    objects.reserve(array.size());
-    for (const QJsonValue &element : array) {
-        if (element.isObject())
-            objects.append(guideObjectFromJson(element.toObject()));
-    }
-    return objects;
+    w.beginObject();
+    visitCalibrationSettings(settings, FieldWriter{w});
+    w.endObject();
 }
 
-} // namespace
-
-QJsonObject mediaServerSettingsToJson(const MediaServerSettings &settings)
-{
-    QJsonObject json;
-    visitMediaServerSettings(settings, Writer{json});
-    return json;
-}
-
-MediaServerSettings mediaServerSettingsFromJson(const QJsonObject &json, const MediaServerSettings &base)
+template <typename Object>
+MediaServerSettings readMediaServerSettings(const Object &json, const MediaServerSettings &base)
 {
     MediaServerSettings settings = base;
-    visitMediaServerSettings(settings, Reader{json});
+    visitMediaServerSettings(settings, FieldReader{json});
     settings.server_port = std::clamp(settings.server_port, 1, 65535);
     settings.warp = std::clamp(settings.warp, 1, 8);
     return settings;
 }
 
-QJsonObject projectorCalibrationSettingsToJson(const GuideProjectorCalibrationSettings &settings)
-{
-    QJsonObject json;
-    visitCalibrationSettings(settings, Writer{json});
-    return json;
-}
-
-void clampProjectorCalibrationSettings(GuideProjectorCalibrationSettings *s)
-{
-    s->circle_size = std::clamp(s->circle_size, 1, 64);
-    s->vertex_size = std::clamp(s->vertex_size, 1, 64);
-    s->uv_lut_scale = std::clamp(s->uv_lut_scale, 0.0, 10.0);
-    s->uv_lut_edge_feather_px = std::clamp(s->uv_lut_edge_feather_px, 0.0, 8.0);
-    s->uv_lut_aa_samples = std::clamp(s->uv_lut_aa_samples, 1, 4);
-    s->output_mode = std::clamp(s->output_mode, 0, 2);
-    s->vantreo_server_port = std::clamp(s->vantreo_server_port, 1, 65535);
-    s->vantreo_warpeditor_number = std::clamp(s->vantreo_warpeditor_number, 1, 8);
-}
-
-GuideProjectorCalibrationSettings projectorCalibrationSettingsFromJson(
-    const QJsonObject &json, const GuideProjectorCalibrationSettings &base)
+template <typename Object>
+GuideProjectorCalibrationSettings readCalibrationSettings(const Object &json,
+                                                          const GuideProjectorCalibrationSettings &base)
 {
     GuideProjectorCalibrationSettings settings = base;
-    visitCalibrationSettings(settings, Reader{json});
+    visitCalibrationSettings(settings, FieldReader{json});
     clampProjectorCalibrationSettings(&settings);
     return settings;
 }
 
-QJsonObject guideObjectToJson(const GuideObject &object)
-{
-    QJsonObject json;
-    Writer write{json};
-    visitGuideObjectBeforeLens(object, write);
-    write("lens_shift_x", object.lens_shift_x);
-    write("lens_shift_y", object.lens_shift_y);
-    visitGuideObjectAfterLens(object, write);
-    json.insert(QLatin1String("vantreo_view_mesh_settings"), mediaServerSettingsToJson(object.vantreo_view_mesh_settings));
-    json.insert(QLatin1String("projector_calibration_settings"),
-                projectorCalibrationSettingsToJson(object.projector_calibration_settings));
-
-    QJsonObject calibration;
-    calibration.insert(QLatin1String("image_width"), object.projector_calibration.image_width);
-    calibration.insert(QLatin1String("image_height"), object.projector_calibration.image_height);
-    QJsonArray matches;
-    for (const GuideProjectorCalibrationMatch &match : object.projector_calibration.matches) {
-        QJsonObject m;
-        visitMatch(match, Writer{m});
-        matches.append(m);
-    }
-    calibration.insert(QLatin1String("matches"), matches);
-    json.insert(QLatin1String("projector_calibration"), calibration);
-
-    QJsonArray points;
-    for (const GuideCurvePoint &point : object.curve_points) {
-        QJsonObject p;
-        visitCurvePoint(point, Writer{p});
-        points.append(p);
-    }
-    json.insert(QLatin1String("curve_points"), points);
-    return json;
-}
-
-GuideObject guideObjectFromJson(const QJsonObject &json)
+template <typename Object>
+GuideObject readGuideObject(const Object &json)
 {
     GuideObject object;
-    Reader read{json};
+    FieldReader read{json};
     visitGuideObjectBeforeLens(object, read);
     object.projector_pixel_footprint_metric = std::clamp(object.projector_pixel_footprint_metric, 0, 3);
     object.projector_image_slice_column = std::clamp(object.projector_image_slice_column, -1, kMaxGuideArraySide - 1);
@@ -357,38 +288,39 @@ GuideObject guideObjectFromJson(const QJsonObject &json)
     read("lens_shift_y", object.lens_shift_y);
     visitGuideObjectAfterLens(object, read);
 
-    const QJsonValue mediaServer = json.value(QLatin1String("vantreo_view_mesh_settings"));
+    const auto mediaServer = json.value(QLatin1String("vantreo_view_mesh_settings"));
     if (mediaServer.isObject())
-        object.vantreo_view_mesh_settings = mediaServerSettingsFromJson(mediaServer.toObject());
-    const QJsonValue calibrationSettings = json.value(QLatin1String("projector_calibration_settings"));
+        object.vantreo_view_mesh_settings = readMediaServerSettings(mediaServer.toObject(), MediaServerSettings());
+    const auto calibrationSettings = json.value(QLatin1String("projector_calibration_settings"));
     if (calibrationSettings.isObject())
-        object.projector_calibration_settings = projectorCalibrationSettingsFromJson(calibrationSettings.toObject());
+        object.projector_calibration_settings =
+            readCalibrationSettings(calibrationSettings.toObject(), GuideProjectorCalibrationSettings());
 
-    const QJsonValue calibrationValue = json.value(QLatin1String("projector_calibration"));
+    const auto calibrationValue = json.value(QLatin1String("projector_calibration"));
     if (calibrationValue.isObject()) {
-        const QJsonObject calibration = calibrationValue.toObject();
+        const auto calibration = calibrationValue.toObject();
         GuideProjectorCalibration &target = object.projector_calibration;
         target.image_width = readInt(calibration, QLatin1String("image_width"), target.image_width);
         target.image_height = readInt(calibration, QLatin1String("image_height"), target.image_height);
-        const QJsonValue matches = calibration.value(QLatin1String("matches"));
+        const auto matches = calibration.value(QLatin1String("matches"));
         if (matches.isArray()) {
-            for (const QJsonValue &element : matches.toArray()) {
+            for (const auto &element : matches.toArray()) {
                 if (!element.isObject())
                     continue;
                 GuideProjectorCalibrationMatch match;
-                visitMatch(match, Reader{element.toObject()});
+                visitMatch(match, FieldReader{element.toObject()});
                 target.matches.append(match);
             }
         }
     }
 
-    const QJsonValue points = json.value(QLatin1String("curve_points"));
+    const auto points = json.value(QLatin1String("curve_points"));
     if (points.isArray()) {
-        for (const QJsonValue &element : points.toArray()) {
+        for (const auto &element : points.toArray()) {
             if (!element.isObject())
                 continue;
             GuideCurvePoint point;
-            visitCurvePoint(point, Reader{element.toObject()});
+            visitCurvePoint(point, FieldReader{element.toObject()});
             object.curve_points.append(point);
         }
     }
@@ -406,51 +338,57 @@ GuideObject guideObjectFromJson(const QJsonObject &json)
     return object;
 }
 
-QJsonObject cameraViewToJson(const GuideCameraView &cameraView)
+// Non-object elements are skipped, never fatal.
+template <typename Value>
+QVector<GuideObject> readObjects(const Value &value)
 {
-    QJsonObject json;
-    json.insert(QLatin1String("name"), cameraView.name);
-    visitCamera(cameraView, Writer{json});
-    json.insert(QLatin1String("projector_objects"), objectsToJson(cameraView.projector_objects));
-    return json;
+    QVector<GuideObject> objects;
+    if (!value.isArray())
+        return objects;
+    const auto array = value.toArray();
+    objects.reserve(array.size());
+    for (const auto &element : array) {
+        if (element.isObject())
+            objects.append(readGuideObject(element.toObject()));
+    }
+    return objects;
 }
 
-GuideCameraView cameraViewFromJson(const QJsonObject &json)
+void writeObjects(JsonTextWriter &w, const QVector<GuideObject> &objects)
+{
+    w.beginArray();
+    for (const GuideObject &object : objects)
+        writeGuideObject(w, object);
+    w.endArray();
+}
+
+template <typename Object>
+GuideCameraView readCameraView(const Object &json)
 {
     GuideCameraView cameraView;
     cameraView.name = readString(json, QLatin1String("name"), cameraView.name);
-    visitCamera(cameraView, Reader{json});
+    visitCamera(cameraView, FieldReader{json});
     cameraView.view_mode = std::clamp(cameraView.view_mode, 0, 3);
-    cameraView.projector_objects = objectsFromJson(json.value(QLatin1String("projector_objects")));
+    cameraView.projector_objects = readObjects(json.value(QLatin1String("projector_objects")));
     return cameraView;
 }
 
-QJsonObject viewSettingsToJson(const Guide3DViewSettings &view)
+void writeCameraView(JsonTextWriter &w, const GuideCameraView &cameraView)
 {
-    QJsonObject camera;
-    visitCamera(view, Writer{camera});
-
-    QJsonArray objects = objectsToJson(view.objects);
-    QJsonArray cameraViews;
-    for (const GuideCameraView &cameraView : view.camera_views)
-        cameraViews.append(cameraViewToJson(cameraView));
-
-    QJsonObject json;
-    visitViewPlainKeys(view, Writer{json});
-    json.insert(QLatin1String("camera"), camera);
-    json.insert(QLatin1String("camera_views"), cameraViews);
-    json.insert(QLatin1String("projector_calibration_settings"),
-                projectorCalibrationSettingsToJson(view.projector_calibration_settings));
-    json.insert(QLatin1String("projector_camera_view_object_index"), view.projector_camera_view_object_index);
-    json.insert(QLatin1String("objects"), objects);
-    return json;
+    w.beginObject();
+    w.field("name", cameraView.name);
+    visitCamera(cameraView, FieldWriter{w});
+    w.key("projector_objects");
+    writeObjects(w, cameraView.projector_objects);
+    w.endObject();
 }
 
-Guide3DViewSettings viewSettingsFromJson(const QJsonObject &json)
+template <typename Object>
+Guide3DViewSettings readView(const Object &json, QVector<GuideObject> objects)
 {
     Guide3DViewSettings view;
     view.present = true;
-    visitViewPlainKeys(view, Reader{json});
+    visitViewPlainKeys(view, FieldReader{json});
     view.transform_mode = std::clamp(view.transform_mode, 0, 2);
     view.transform_space = std::clamp(view.transform_space, 0, 1);
     view.vantreo_view_mesh_server_port = std::clamp(view.vantreo_view_mesh_server_port, 1, 65535);
@@ -458,26 +396,162 @@ Guide3DViewSettings viewSettingsFromJson(const QJsonObject &json)
 
     // Older files kept the camera mode at the top level; the "camera" object wins.
     view.view_mode = readInt(json, QLatin1String("camera_view_mode"), view.view_mode);
-    const QJsonValue camera = json.value(QLatin1String("camera"));
+    const auto camera = json.value(QLatin1String("camera"));
     if (camera.isObject())
-        visitCamera(view, Reader{camera.toObject()});
+        visitCamera(view, FieldReader{camera.toObject()});
     view.view_mode = std::clamp(view.view_mode, 0, 3);
 
-    const QJsonValue cameraViews = json.value(QLatin1String("camera_views"));
+    const auto cameraViews = json.value(QLatin1String("camera_views"));
     if (cameraViews.isArray()) {
-        for (const QJsonValue &element : cameraViews.toArray()) {
+        for (const auto &element : cameraViews.toArray()) {
             if (element.isObject())
-                view.camera_views.append(cameraViewFromJson(element.toObject()));
+                view.camera_views.append(readCameraView(element.toObject()));
         }
     }
 
-    const QJsonValue calibration = json.value(QLatin1String("projector_calibration_settings"));
+    const auto calibration = json.value(QLatin1String("projector_calibration_settings"));
     if (calibration.isObject())
-        view.projector_calibration_settings = projectorCalibrationSettingsFromJson(calibration.toObject());
+        view.projector_calibration_settings =
+            readCalibrationSettings(calibration.toObject(), GuideProjectorCalibrationSettings());
 
-    view.objects = objectsFromJson(json.value(QLatin1String("objects")));
+    view.objects = std::move(objects);
 
     const int index = readInt(json, QLatin1String("projector_camera_view_object_index"), -1);
     view.projector_camera_view_object_index = (index >= 0 && index < view.objects.size()) ? index : -1;
     return view;
+}
+
+} // namespace
+
+void writeGuideObject(JsonTextWriter &w, const GuideObject &object)
+{
+    w.beginObject();
+    FieldWriter write{w};
+    visitGuideObjectBeforeLens(object, write);
+    write("lens_shift_x", object.lens_shift_x);
+    write("lens_shift_y", object.lens_shift_y);
+    visitGuideObjectAfterLens(object, write);
+    w.key("vantreo_view_mesh_settings");
+    writeMediaServerSettings(w, object.vantreo_view_mesh_settings);
+    w.key("projector_calibration_settings");
+    writeCalibrationSettings(w, object.projector_calibration_settings);
+
+    w.key("projector_calibration");
+    w.beginObject();
+    w.field("image_width", object.projector_calibration.image_width);
+    w.field("image_height", object.projector_calibration.image_height);
+    w.key("matches");
+    w.beginArray();
+    for (const GuideProjectorCalibrationMatch &match : object.projector_calibration.matches) {
+        w.beginObject();
+        visitMatch(match, write);
+        w.endObject();
+    }
+    w.endArray();
+    w.endObject();
+
+    w.key("curve_points");
+    w.beginArray();
+    for (const GuideCurvePoint &point : object.curve_points) {
+        w.beginObject();
+        visitCurvePoint(point, write);
+        w.endObject();
+    }
+    w.endArray();
+    w.endObject();
+}
+
+void writeViewSettings(JsonTextWriter &w, const Guide3DViewSettings &view)
+{
+    w.beginObject();
+    FieldWriter write{w};
+    visitViewPlainKeys(view, write);
+    w.key("camera");
+    w.beginObject();
+    visitCamera(view, write);
+    w.endObject();
+    w.key("camera_views");
+    w.beginArray();
+    for (const GuideCameraView &cameraView : view.camera_views)
+        writeCameraView(w, cameraView);
+    w.endArray();
+    w.key("projector_calibration_settings");
+    writeCalibrationSettings(w, view.projector_calibration_settings);
+    w.field("projector_camera_view_object_index", view.projector_camera_view_object_index);
+    w.key("objects");
+    writeObjects(w, view.objects);
+    w.endObject();
+}
+
+QJsonObject mediaServerSettingsToJson(const MediaServerSettings &settings)
+{
+    return jsonObjectFromWriter([&](JsonTextWriter &w) { writeMediaServerSettings(w, settings); });
+}
+
+MediaServerSettings mediaServerSettingsFromJson(const QJsonObject &json, const MediaServerSettings &base)
+{
+    return readMediaServerSettings(json, base);
+}
+
+QJsonObject projectorCalibrationSettingsToJson(const GuideProjectorCalibrationSettings &settings)
+{
+    return jsonObjectFromWriter([&](JsonTextWriter &w) { writeCalibrationSettings(w, settings); });
+}
+
+void clampProjectorCalibrationSettings(GuideProjectorCalibrationSettings *s)
+{
+    s->circle_size = std::clamp(s->circle_size, 1, 64);
+    s->vertex_size = std::clamp(s->vertex_size, 1, 64);
+    s->uv_lut_scale = std::clamp(s->uv_lut_scale, 0.0, 10.0);
+    s->uv_lut_edge_feather_px = std::clamp(s->uv_lut_edge_feather_px, 0.0, 8.0);
+    s->uv_lut_aa_samples = std::clamp(s->uv_lut_aa_samples, 1, 4);
+    s->output_mode = std::clamp(s->output_mode, 0, 2);
+    s->vantreo_server_port = std::clamp(s->vantreo_server_port, 1, 65535);
+    s->vantreo_warpeditor_number = std::clamp(s->vantreo_warpeditor_number, 1, 8);
+}
+
+GuideProjectorCalibrationSettings projectorCalibrationSettingsFromJson(
+    const QJsonObject &json, const GuideProjectorCalibrationSettings &base)
+{
+    return readCalibrationSettings(json, base);
+}
+
+QJsonObject guideObjectToJson(const GuideObject &object)
+{
+    return jsonObjectFromWriter([&](JsonTextWriter &w) { writeGuideObject(w, object); });
+}
+
+GuideObject guideObjectFromJson(const QJsonObject &json)
+{
+    return readGuideObject(json);
+}
+
+GuideObject guideObjectFromJson(const vg::json::JsonObjectRef &json)
+{
+    return readGuideObject(json);
+}
+
+QJsonObject cameraViewToJson(const GuideCameraView &cameraView)
+{
+    return jsonObjectFromWriter([&](JsonTextWriter &w) { writeCameraView(w, cameraView); });
+}
+
+GuideCameraView cameraViewFromJson(const QJsonObject &json)
+{
+    return readCameraView(json);
+}
+
+QJsonObject viewSettingsToJson(const Guide3DViewSettings &view)
+{
+    return jsonObjectFromWriter([&](JsonTextWriter &w) { writeViewSettings(w, view); });
+}
+
+Guide3DViewSettings viewSettingsFromJson(const QJsonObject &json)
+{
+    return readView(json, readObjects(json.value(QLatin1String("objects"))));
+}
+
+Guide3DViewSettings viewSettingsFromJson(const vg::json::JsonObjectRef &json, QVector<GuideObject> objects)
+{
+    return readView(json, std::move(objects));
 }
