@@ -53,9 +53,12 @@ void ensureRuntimeDirectory()
 int main(int argc, char **argv)
 {
     // Guides are drawn with fonts and the 3D view needs a GL context, so the tool runs a
-    // GUI application; without a display it uses the off-screen platform.
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && qEnvironmentVariableIsEmpty("DISPLAY")
-        && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+    // GUI application; without a display it uses the off-screen platform, also when the
+    // shell asks for a display platform (a profile written for the window), which could
+    // not start there.
+    const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
+    const bool displayPlatform = platform.isEmpty() || platform.startsWith("xcb") || platform.startsWith("wayland");
+    if (displayPlatform && qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     ensureRuntimeDirectory();
     QGuiApplication app(argc, argv);

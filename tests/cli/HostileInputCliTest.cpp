@@ -106,6 +106,27 @@ TEST(HostileCli, EndlessInputsAreRefusedByEveryGuideCommand)
     }
 }
 
+// A shell that asks every Qt program for the X platform (a profile written for the window)
+// reaches the tool over ssh or from cron without a display: it draws off screen, as it does
+// when nothing is asked, instead of failing to start.
+TEST(HostileCli, AskedForADisplayPlatformWithoutADisplayDrawsOffScreen)
+{
+    QTemporaryDir dir;
+    const QString guide = dir.filePath(QStringLiteral("g.json"));
+    writeFileBytes(guide, R"({"pixel_width": 64, "pixel_height": 48})");
+    const QString png = dir.filePath(QStringLiteral("o.png"));
+    for (const char *platform : {"xcb", "wayland"}) {
+        const QString line = QStringLiteral("env -u DISPLAY -u WAYLAND_DISPLAY QT_QPA_PLATFORM=%1 \"$CLI\" render-guide %2 -o %3")
+                                 .arg(QLatin1String(platform), quoted(guide), quoted(png));
+        const ShellRun run = runShell(line);
+        ASSERT_TRUE(run.finished);
+        EXPECT_FALSE(run.crashed) << platform;
+        EXPECT_EQ(run.exitCode, 0) << platform << ": " << run.err.toStdString();
+        EXPECT_FALSE(QImageReader(png).size().isEmpty()) << platform;
+        QFile::remove(png);
+    }
+}
+
 TEST(HostileCli, NoRuntimeFolderPrintsNoWarning)
 {
     QTemporaryDir dir;
