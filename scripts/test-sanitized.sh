@@ -14,7 +14,7 @@ fi
 cmake --build build-asan -j "$(nproc 2>/dev/null || echo 2)"
 # Leaks in the system's OpenGL driver and font libraries are theirs, not ours.
 export LSAN_OPTIONS="suppressions=$PWD/tests/support/lsan.supp:print_suppressions=0"
-export ASAN_OPTIONS="detect_leaks=1:abort_on_error=0:strict_string_checks=1:detect_stack_use_after_return=1"
+export ASAN_OPTIONS="detect_leaks=1:detect_stack_use_after_return=1"
 export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
 export QT_QPA_PLATFORM=${QT_QPA_PLATFORM:-xcb}
 ctest_args=(--test-dir build-asan --output-on-failure -j 2 --timeout 1200 "$@")
