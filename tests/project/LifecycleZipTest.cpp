@@ -5,6 +5,8 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include <list>
+
 #include <zip.h>
 
 namespace {
@@ -29,9 +31,11 @@ void writeRawZip(const QString &zipPath, const QList<QPair<QByteArray, QByteArra
     int code = 0;
     zip_t *z = zip_open(QFile::encodeName(zipPath).constData(), ZIP_CREATE | ZIP_TRUNCATE, &code);
     ASSERT_NE(z, nullptr);
+    // libzip reads the entries' bytes at close, so they are held until then.
+    std::list<QByteArray> kept;
     for (const auto &e : entries) {
-        QByteArray *keep = new QByteArray(e.second); // libzip reads at close
-        zip_source_t *src = zip_source_buffer(z, keep->constData(), zip_uint64_t(keep->size()), 0);
+        const QByteArray &bytes = kept.emplace_back(e.second);
+        zip_source_t *src = zip_source_buffer(z, bytes.constData(), zip_uint64_t(bytes.size()), 0);
         ASSERT_GE(zip_file_add(z, e.first.constData(), src, ZIP_FL_ENC_UTF_8), 0);
     }
     ASSERT_EQ(zip_close(z), 0);
