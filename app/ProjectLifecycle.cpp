@@ -124,7 +124,8 @@ ProjectLifecycle::ProjectLifecycle(ProjectWindow *window)
         },
         [this] { scheduleChangeCheck(); });
     connect(m_window->tabWidget(), &QTabWidget::currentChanged, this, &ProjectLifecycle::rememberActiveGuide);
-    m_window->windowWidget()->installEventFilter(this);
+    m_windowWidget = m_window->windowWidget();
+    m_windowWidget->installEventFilter(this);
     for (QWidget *content : m_window->contentTabs())
         watchTab(content);
 
@@ -137,17 +138,19 @@ ProjectLifecycle::~ProjectLifecycle() = default;
 
 bool ProjectLifecycle::eventFilter(QObject *watched, QEvent *event)
 {
+    if (watched != m_windowWidget)
+        return QObject::eventFilter(watched, event);
     // The window resets its title on a language change; ours goes on top afterwards.
-    if (watched == m_window->windowWidget() && event->type() == QEvent::LanguageChange)
+    if (event->type() == QEvent::LanguageChange)
         QTimer::singleShot(0, this, [this] {
             updateWindowTitle();
             rebuildRecentMenu();
         });
     // An edit made just before closing may not have been compared yet.
-    if (watched == m_window->windowWidget() && event->type() == QEvent::Close)
+    if (event->type() == QEvent::Close)
         checkChanges();
-    if (watched == m_window->windowWidget() && event->type() == QEvent::Resize && m_overlay)
-        m_overlay->setGeometry(m_window->windowWidget()->rect());
+    if (event->type() == QEvent::Resize && m_overlay)
+        m_overlay->setGeometry(m_windowWidget->rect());
     return QObject::eventFilter(watched, event);
 }
 

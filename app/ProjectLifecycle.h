@@ -118,6 +118,9 @@ private:
     bool writeBackup(const QByteArray *existing);
 
     ProjectWindow *m_window = nullptr;
+    // The window's widget as filtered: events still reach the filter while the window's
+    // widget base destroys its children, after the window part is gone.
+    QWidget *m_windowWidget = nullptr;
     Dialogs m_dialogs;
     QString m_currentFile;
     QByteArray m_savedSnapshot;
