@@ -140,7 +140,9 @@ void SceneWidget::onModelChanged()
     // The model reports objects and selection alike; tell them apart so a selection change
     // does not count as an edit of the project.
     const bool objectsChanged = !(m_seenObjects == m_model.objects());
-    const bool selectionChanged = m_seenSelection != m_model.selectedIndices()
+    // Compared element by element: Qt's own list comparison hands a null pointer to memcmp
+    // when one side is empty with no storage and the other empty with some.
+    const bool selectionChanged = !std::ranges::equal(m_seenSelection, m_model.selectedIndices())
         || m_seenCurrent != m_model.selectedIndex();
     m_seenObjects = m_model.objects();
     m_seenSelection = m_model.selectedIndices();
@@ -469,7 +471,7 @@ void SceneWidget::setSelection(const QList<int> &indices)
         if (index >= 0 && index < objectCount() && !kept.contains(index))
             kept.append(index);
     }
-    if (kept == selection() && (kept.isEmpty() || kept.last() == currentIndex()))
+    if (std::ranges::equal(kept, selection()) && (kept.isEmpty() || kept.last() == currentIndex()))
         return;
     m_model.setSelection(kept, kept.isEmpty() ? -1 : kept.last());
 }
