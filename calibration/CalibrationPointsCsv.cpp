@@ -7,7 +7,20 @@
 
 namespace {
 
-bool parseNumbers(const QString &text, int count, QVector<double> *values)
+// A header names its columns: some field of it is not a number.
+bool looksLikeHeader(const QString &line)
+{
+    const QStringList parts = line.split(QLatin1Char(','));
+    return std::any_of(parts.begin(), parts.end(), [](const QString &part) {
+        bool ok = false;
+        part.trimmed().toDouble(&ok);
+        return !ok;
+    });
+}
+
+} // namespace
+
+bool parseCommaSeparatedNumbers(const QString &text, int count, QVector<double> *values)
 {
     const QStringList parts = text.split(QLatin1Char(','));
     if (parts.size() != count)
@@ -22,19 +35,6 @@ bool parseNumbers(const QString &text, int count, QVector<double> *values)
     }
     return true;
 }
-
-// A header names its columns: some field of it is not a number.
-bool looksLikeHeader(const QString &line)
-{
-    const QStringList parts = line.split(QLatin1Char(','));
-    return std::any_of(parts.begin(), parts.end(), [](const QString &part) {
-        bool ok = false;
-        part.trimmed().toDouble(&ok);
-        return !ok;
-    });
-}
-
-} // namespace
 
 bool readCalibrationPointsCsv(const QString &path, QVector<GuideMatchedPoint> *points, QString *error)
 {
@@ -55,7 +55,7 @@ bool readCalibrationPointsCsv(const QString &path, QVector<GuideMatchedPoint> *p
         const bool first = !seenContent;
         seenContent = true;
         QVector<double> v;
-        if (!parseNumbers(line, 5, &v)) {
+        if (!parseCommaSeparatedNumbers(line, 5, &v)) {
             if (first && looksLikeHeader(line))
                 continue;
             *error = QStringLiteral("%1 line %2: expected x,y,z,u,v, got \"%3\".").arg(path).arg(lineNumber).arg(line.left(80));

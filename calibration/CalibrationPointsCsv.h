@@ -9,4 +9,7 @@
 // Blank lines are skipped and the first line that holds anything may be a header.
 constexpr int kCalibrationCsvMaxPoints = 100000;
 
+// Splits "a,b,c" into exactly `count` numbers; false for any other count or a non-number.
+bool parseCommaSeparatedNumbers(const QString &text, int count, QVector<double> *values);
+
 bool readCalibrationPointsCsv(const QString &path, QVector<GuideMatchedPoint> *points, QString *error);

@@ -28,23 +28,6 @@ QString jsonTriple(const std::array<double, 3> &v)
     return QStringLiteral("[%1, %2, %3]").arg(jsonNumber(v[0]), jsonNumber(v[1]), jsonNumber(v[2]));
 }
 
-// Splits "a,b,c" into exactly `count` numbers.
-bool parseNumbers(const QString &text, int count, QVector<double> *values)
-{
-    const QStringList parts = text.split(QLatin1Char(','));
-    if (parts.size() != count)
-        return false;
-    values->clear();
-    for (const QString &part : parts) {
-        bool ok = false;
-        const double v = part.trimmed().toDouble(&ok);
-        if (!ok)
-            return false;
-        values->append(v);
-    }
-    return true;
-}
-
 QString resultJson(const ProjectorCalibrationResult &r)
 {
     QString residuals;
@@ -136,7 +119,7 @@ int runCalibrate(const QStringList &args, CliContext &ctx)
     }
     if (parsed.has(QStringLiteral("--start"))) {
         QVector<double> v;
-        if (!parseNumbers(parsed.value(QStringLiteral("--start")), 6, &v)
+        if (!parseCommaSeparatedNumbers(parsed.value(QStringLiteral("--start")), 6, &v)
             || !std::all_of(v.begin(), v.end(), [](double x) { return std::isfinite(x); }))
             return cliUsageError(ctx, calibrateCommand(),
                                  QStringLiteral("--start takes X,Y,Z,RX,RY,RZ with six numbers."));
