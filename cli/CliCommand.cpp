@@ -72,6 +72,15 @@ int cliUsageError(CliContext &ctx, const CliCommand &command, const QString &mes
     return CliUsage;
 }
 
+bool cliLoadProject(CliContext &ctx, const QString &path, ProjectDocument *project)
+{
+    QString error;
+    if (loadProjectDocument(path, project, &error))
+        return true;
+    ctx.err << "Load failed: " << error << Qt::endl;
+    return false;
+}
+
 const Guide3DViewSettings *cliProjectView(CliContext &ctx, const ProjectDocument &project, int index, bool firstWhenUnset)
 {
     const int count = projectViewCount(project);

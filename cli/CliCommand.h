@@ -66,6 +66,9 @@ private:
 // Prints "<usage error>\nusage: vantreoguide-cli <synopsis>" and returns CliUsage.
 int cliUsageError(CliContext &ctx, const CliCommand &command, const QString &message);
 
+// Loads a project (.vgs or bare JSON); prints "Load failed: <why>" and returns false when it cannot.
+bool cliLoadProject(CliContext &ctx, const QString &path, ProjectDocument *project);
+
 // The 3D view a command works on, by --view's index; with firstWhenUnset a negative index
 // means the first view. Prints why and returns nullptr when there is no such view.
 const Guide3DViewSettings *cliProjectView(CliContext &ctx, const ProjectDocument &project, int index,

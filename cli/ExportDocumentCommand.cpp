@@ -33,10 +33,8 @@ int runExportDocument(const QStringList &args, CliContext &ctx)
     const QString path = parsed.positionals().first();
     ProjectDocument project;
     QString error;
-    if (!loadProjectDocument(path, &project, &error)) {
-        ctx.err << "Load failed: " << error << Qt::endl;
+    if (!cliLoadProject(ctx, path, &project))
         return CliFailure;
-    }
     // Files named relative to the project are found beside it, as on opening.
     const QString folder = QFileInfo(path).absolutePath();
     vg::resources::resolveRelativePaths(&project, folder);

@@ -28,10 +28,8 @@ int runExportGuideMesh(const QStringList &args, CliContext &ctx)
 
     ProjectDocument project;
     QString error;
-    if (!loadProjectDocument(parsed.positionals().first(), &project, &error)) {
-        ctx.err << "Load failed: " << error << Qt::endl;
+    if (!cliLoadProject(ctx, parsed.positionals().first(), &project))
         return CliFailure;
-    }
     if (guideIndex < 0 || guideIndex >= project.guides.size()) {
         ctx.err << QStringLiteral("The project has %1 guide(s); there is no guide %2.")
                        .arg(project.guides.size())

@@ -33,10 +33,8 @@ int runExportMatrix(const QStringList &args, CliContext &ctx)
     }
 
     ProjectDocument project;
-    if (!loadProjectDocument(parsed.positionals().first(), &project, &error)) {
-        ctx.err << "Load failed: " << error << Qt::endl;
+    if (!cliLoadProject(ctx, parsed.positionals().first(), &project))
         return CliFailure;
-    }
     const Guide3DViewSettings *found = cliProjectView(ctx, project, viewIndex);
     if (!found)
         return CliFailure;

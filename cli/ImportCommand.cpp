@@ -35,10 +35,8 @@ int runImport(const QStringList &args, CliContext &ctx)
 
     ProjectDocument project;
     QString error;
-    if (!loadProjectDocument(parsed.positionals().at(0), &project, &error)) {
-        ctx.err << "Load failed: " << error << Qt::endl;
+    if (!cliLoadProject(ctx, parsed.positionals().at(0), &project))
         return CliFailure;
-    }
     const Guide3DViewSettings *found = cliProjectView(ctx, project, viewIndex);
     if (!found)
         return CliFailure;

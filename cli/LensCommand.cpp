@@ -99,11 +99,8 @@ int runLens(const QStringList &args, CliContext &ctx)
     }
 
     ProjectDocument project;
-    QString error;
-    if (!loadProjectDocument(parsed.positionals().first(), &project, &error)) {
-        ctx.err << "Load failed: " << error << Qt::endl;
+    if (!cliLoadProject(ctx, parsed.positionals().first(), &project))
         return CliFailure;
-    }
     const Guide3DViewSettings *view = cliProjectView(ctx, project, viewIndex);
     if (!view)
         return CliFailure;

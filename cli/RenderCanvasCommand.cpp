@@ -28,10 +28,8 @@ int runRenderCanvas(const QStringList &args, CliContext &ctx)
     const QString path = parsed.positionals().first();
     ProjectDocument doc;
     QString error;
-    if (!loadProjectDocument(path, &doc, &error)) {
-        ctx.err << "Load failed: " << error << Qt::endl;
+    if (!cliLoadProject(ctx, path, &doc))
         return CliFailure;
-    }
     if (index >= doc.canvasTabs.size()) {
         ctx.err << "Canvas " << index << " does not exist; the project holds " << doc.canvasTabs.size()
                 << " canvas tab(s), numbered from 0." << Qt::endl;

@@ -68,10 +68,8 @@ int runRenderView(const QStringList &args, CliContext &ctx)
 
     ProjectDocument project;
     QString error;
-    if (!loadProjectDocument(parsed.positionals().first(), &project, &error)) {
-        ctx.err << "Load failed: " << error << Qt::endl;
+    if (!cliLoadProject(ctx, parsed.positionals().first(), &project))
         return CliFailure;
-    }
     const Guide3DViewSettings *found = cliProjectView(ctx, project, viewIndex, true);
     if (!found)
         return CliFailure;
